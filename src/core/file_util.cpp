@@ -1,0 +1,176 @@
+// Host file services: case-blind lookup, whole-file reads and crash-safe saving.
+// A save writes a temporary file beside the target, syncs it and renames it over the target.
+#include "core/file_util.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <random>
+
+#include "core/error.h"
+
+namespace fs = std::filesystem;
+
+namespace orvak::core {
+
+namespace {
+
+bool equalNoCase(std::string_view a, std::string_view b) {
+    if (a.size() != b.size()) {
+        return false;
+    }
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        const auto x = static_cast<unsigned char>(a[i]);
+        const auto y = static_cast<unsigned char>(b[i]);
+        const auto lx = (x >= 'A' && x <= 'Z') ? x + 32 : x;
+        const auto ly = (y >= 'A' && y <= 'Z') ? y + 32 : y;
+        if (lx != ly) {
+            return false;
+        }
+    }
+    return true;
+}
+
+std::string systemMessage(int err) { return std::strerror(err); }
+
+// Writes all bytes to a file descriptor, retrying short writes.
+bool writeAll(int fd, const std::uint8_t* data, std::size_t size) {
+    while (size > 0) {
+        const ssize_t n = ::write(fd, data, size);
+        if (n < 0) {
+            if (errno == EINTR) {
+                continue;
+            }
+            return false;
+        }
+        data += n;
+        size -= static_cast<std::size_t>(n);
+    }
+    return true;
+}
+
+} // namespace
+
+std::optional<fs::path> findFileNoCase(const fs::path& folder, std::string_view name) {
+    std::error_code ec;
+    const fs::path exact = folder / fs::path(std::string(name));
+    if (fs::exists(exact, ec)) {
+        return exact;
+    }
+    fs::directory_iterator it(folder, ec);
+    if (ec) {
+        return std::nullopt;
+    }
+    for (; it != fs::directory_iterator(); it.increment(ec)) {
+        if (ec) {
+            return std::nullopt;
+        }
+        if (equalNoCase(it->path().filename().string(), name)) {
+            return it->path();
+        }
+    }
+    return std::nullopt;
+}
+
+fs::path resolveNoCase(const fs::path& folder, std::string_view name) {
+    if (auto found = findFileNoCase(folder, name)) {
+        return *found;
+    }
+    return folder / fs::path(std::string(name));
+}
+
+std::optional<std::vector<std::uint8_t>> readWholeFile(const fs::path& path) {
+    std::error_code ec;
+    if (!fs::exists(path, ec)) {
+        return std::nullopt;
+    }
+    if (fs::is_directory(path, ec)) {
+        throw FileError(path, "A folder stands where a file was expected");
+    }
+    std::ifstream in(path, std::ios::binary);
+    if (!in) {
+        throw FileError(path, "The file cannot be opened for reading");
+    }
+    std::vector<std::uint8_t> bytes((std::istreambuf_iterator<char>(in)),
+                                    std::istreambuf_iterator<char>());
+    if (in.bad()) {
+        throw FileError(path, "The file cannot be read");
+    }
+    return bytes;
+}
+
+void saveFileAtomically(const fs::path& target, const std::vector<std::uint8_t>& bytes,
+                        const BeforeRenameHook& beforeRename) {
+    const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
+    std::random_device rd;
+    const fs::path temp =
+        folder / ("." + target.filename().string() + ".tmp" + std::to_string(rd() % 1000000));
+
+    const int fd = ::open(temp.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+    if (fd < 0) {
+        throw FileError(target, "The file cannot be saved: " + systemMessage(errno));
+    }
+    const bool ok = writeAll(fd, bytes.data(), bytes.size()) && ::fsync(fd) == 0;
+    const int writeErr = errno;
+    ::close(fd);
+    std::error_code ec;
+    if (!ok) {
+        fs::remove(temp, ec);
+        throw FileError(target, "The file cannot be saved: " + systemMessage(writeErr));
+    }
+    try {
+        if (beforeRename) {
+            beforeRename(temp);
+        }
+    } catch (...) {
+        fs::remove(temp, ec);
+        throw;
+    }
+    if (::rename(temp.c_str(), target.c_str()) != 0) {
+        const int err = errno;
+        fs::remove(temp, ec);
+        throw FileError(target, "The file cannot be saved: " + systemMessage(err));
+    }
+    // Make the rename itself durable.
+    const int dfd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (dfd >= 0) {
+        ::fsync(dfd);
+        ::close(dfd);
+    }
+}
+
+void saveFileAtomically(const fs::path& target, std::string_view bytes,
+                        const BeforeRenameHook& beforeRename) {
+    saveFileAtomically(target, std::vector<std::uint8_t>(bytes.begin(), bytes.end()), beforeRename);
+}
+
+void makeFolder(const fs::path& folder) {
+    std::error_code ec;
+    if (fs::is_directory(folder, ec)) {
+        return;
+    }
+    fs::create_directories(folder, ec);
+    if (ec && !fs::is_directory(folder)) {
+        throw FileError(folder, "The folder cannot be created: " + ec.message());
+    }
+}
+
+bool isSafeFileComponent(std::string_view name) {
+    if (name.empty() || name == "." || name == "..") {
+        return false;
+    }
+    for (const char ch : name) {
+        const auto c = static_cast<unsigned char>(ch);
+        if (c < 32 || c == 127 || ch == '/' || ch == '\\' || ch == ':') {
+            return false;
+        }
+    }
+    // A name of dots only ("...") is no name either.
+    return name.find_first_not_of('.') != std::string_view::npos;
+}
+
+} // namespace orvak::core

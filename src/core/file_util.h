@@ -1,0 +1,48 @@
+// Host file services the engines share: case-blind lookup, crash-safe saving, whole-file reads.
+// Projects come from Windows machines, so a name may differ in case from what the code builds.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvak::core {
+
+/// The existing entry of `folder` whose name equals `name` without regard to ASCII case; the
+/// exact name wins when both exist. Empty when there is none or the folder cannot be read.
+std::optional<std::filesystem::path> findFileNoCase(const std::filesystem::path& folder,
+                                                    std::string_view name);
+
+/// `folder / name` resolved case-blind: the existing entry when there is one, else the path
+/// as built (so that a new file gets the name the program uses).
+std::filesystem::path resolveNoCase(const std::filesystem::path& folder, std::string_view name);
+
+/// The whole content of a file; empty optional when it does not exist. Throws FileError when
+/// it exists but cannot be read.
+std::optional<std::vector<std::uint8_t>> readWholeFile(const std::filesystem::path& path);
+
+/// Called after the temporary file is complete and before it is renamed over the target;
+/// tests throw from it to stand for a program that dies mid-save.
+using BeforeRenameHook = std::function<void(const std::filesystem::path& tempPath)>;
+
+/// Writes `bytes` to a temporary file beside `target`, flushes it to disk, and renames it over
+/// the target, so the target is either the old file or the new one, never a torn one. On any
+/// failure the temporary file is removed and FileError is thrown; the old target is unchanged.
+void saveFileAtomically(const std::filesystem::path& target, const std::vector<std::uint8_t>& bytes,
+                        const BeforeRenameHook& beforeRename = {});
+void saveFileAtomically(const std::filesystem::path& target, std::string_view bytes,
+                        const BeforeRenameHook& beforeRename = {});
+
+/// Creates a folder and its parents; a folder that exists already is not an error. Throws
+/// FileError when it cannot be created.
+void makeFolder(const std::filesystem::path& folder);
+
+/// True when a path component typed by the user stays a plain name: not empty, no "/" or "\",
+/// not "." or "..", no control characters, no ":" (a drive on Windows).
+bool isSafeFileComponent(std::string_view name);
+
+} // namespace orvak::core
