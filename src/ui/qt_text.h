@@ -1,0 +1,16 @@
+// The boundary where single-byte text of the engines becomes Qt text and back, in the code
+// page of the current language.
+#pragma once
+
+#include <QString>
+#include <string>
+#include <string_view>
+
+namespace orvak::ui {
+
+/// Single-byte text of a language's files (prompts, records) as a QString.
+QString toQString(std::string_view bytes, std::string_view language);
+/// A QString typed by the user as single-byte text of the language's code page.
+std::string fromQString(const QString& text, std::string_view language);
+
+} // namespace orvak::ui
