@@ -16,5 +16,7 @@ struct CommandContext {
 
 /// Each family adds its sub-commands; the chosen one stores its action in the context.
 void addProjectCommands(CLI::App& app, CommandContext& context);
+void addBarsCommands(CLI::App& app, CommandContext& context);
+void addSteelCommands(CLI::App& app, CommandContext& context);
 
 } // namespace orvak::cli

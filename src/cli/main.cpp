@@ -15,6 +15,8 @@ int main(int argc, char** argv) {
 
     orvak::cli::CommandContext context;
     orvak::cli::addProjectCommands(app, context);
+    orvak::cli::addBarsCommands(app, context);
+    orvak::cli::addSteelCommands(app, context);
 
     try {
         app.parse(argc, argv);

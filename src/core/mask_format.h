@@ -22,6 +22,10 @@ using UsingValue = std::variant<double, std::string_view>;
 /// is used again from its start; when a value's kind does not fit its field, the field prints
 /// as "?" characters of its width. NaN and infinities print as "%" followed by "NaN" or
 /// "Inf" ("-Inf"): a listing shows that something went wrong, never a misleading number.
+/// Rounding works on the number's first 15 significant digits (1.005 prints "1.01" with
+/// "#.##"); a value that rounds to zero prints without a minus sign. A text field runs from
+/// one "\" to the next whatever lies between ("\2345\" is six wide); a mask without any field
+/// prints as text and ignores the values.
 std::string formatUsing(std::string_view mask, std::initializer_list<UsingValue> values);
 std::string formatUsing(std::string_view mask, double value);
 std::string formatUsing(std::string_view mask, std::string_view text);

@@ -126,6 +126,9 @@ RecordFile RecordFile::load(const std::filesystem::path& path, std::size_t recor
         // reads as zero bytes.
         file.m_count = whole + 1;
     }
+    if (file.m_count == whole && rest > 0) {
+        file.m_tail.assign(bytes->end() - static_cast<std::ptrdiff_t>(rest), bytes->end());
+    }
     bytes->resize(file.m_count * recordLength, 0);
     file.m_bytes = std::move(*bytes);
     return file;
@@ -145,7 +148,11 @@ void RecordFile::write(std::size_t n, const RecordBuffer& rec) {
     ORVAK_ASSERT(n >= 1);
     ORVAK_ASSERT(rec.length() == m_recordLength);
     if (n > m_count) {
+        // A partial tail stands where the next record goes: the new record replaces it.
         m_bytes.resize(n * m_recordLength, 0);
+        std::copy(m_tail.begin(), m_tail.end(),
+                  m_bytes.begin() + static_cast<std::ptrdiff_t>(m_count * m_recordLength));
+        m_tail.clear();
         m_count = n;
     }
     std::copy(rec.bytes().begin(), rec.bytes().end(),
@@ -156,9 +163,18 @@ void RecordFile::truncate(std::size_t n) {
     if (n < m_count) {
         m_count = n;
         m_bytes.resize(n * m_recordLength);
+        m_tail.clear();
     }
 }
 
-void RecordFile::save() const { saveFileAtomically(m_path, m_bytes); }
+void RecordFile::save() const {
+    if (m_tail.empty()) {
+        saveFileAtomically(m_path, m_bytes);
+        return;
+    }
+    std::vector<std::uint8_t> all(m_bytes);
+    all.insert(all.end(), m_tail.begin(), m_tail.end());
+    saveFileAtomically(m_path, all);
+}
 
 } // namespace orvak::core

@@ -159,6 +159,9 @@ private:
     std::size_t m_recordLength;
     std::size_t m_count = 0;
     std::vector<std::uint8_t> m_bytes; // whole records only
+    // Bytes of a partial last record not counted as a record; saved back as they were, so a
+    // save never loses what a damaged file held, until a write covers them.
+    std::vector<std::uint8_t> m_tail;
 };
 
 /// A record of the layout's size with blanks in every text field and zeros elsewhere.

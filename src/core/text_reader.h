@@ -11,6 +11,11 @@
 
 namespace orvak::core {
 
+/// The number a text starts with, as BASIC's Val reads it: leading blanks and tabs skipped, an
+/// optional sign, digits with an optional point and decimals, an optional exponent (E or D).
+/// Empty when the text starts with no number; infinite when the number overflows a double.
+std::optional<double> leadingNumber(std::string_view text);
+
 /// Reads a single-byte text file item by item. Lines end in LF, CR LF or a lone CR; the end
 /// of the file ends the last line. Every read at the end of the file returns an empty item and
 /// leaves eof() true, so a caller that guards each read with eof() stops without error.
@@ -52,12 +57,14 @@ private:
 /// Lines end in CR LF, as the files of Windows installations do.
 class SequentialWriter {
 public:
-    /// A whole line, written as given.
+    /// A whole line, written as given, except that a CR or LF inside it, which would split
+    /// the line, is written as a blank.
     SequentialWriter& printLine(std::string_view line);
 
     /// One line of fields: strings in double quotes (a quote inside a string cannot be
-    /// represented and is written as an apostrophe), integers as digits, singles in their
-    /// shortest form that reads back to the same single, separated by commas.
+    /// represented and is written as an apostrophe, a CR or LF as a blank), integers as digits,
+    /// singles in their shortest form that reads back to the same single (a NaN or infinity as 0),
+    /// separated by commas.
     struct Field {
         enum class Kind { String, Integer, Single } kind;
         std::string text;

@@ -11,7 +11,8 @@
 
 namespace orvak::shell {
 
-/// The projects folder as held by the shell: with a trailing separator added when missing.
+/// The projects folder as held by the shell: with a trailing separator added when missing;
+/// an empty folder stays empty.
 std::string withTrailingSeparator(std::string_view folder);
 
 /// Project name from path: the path less the projects folder (Mid from its length + 1); the
@@ -30,10 +31,18 @@ std::string projectFolderName(std::string_view typedName);
 std::filesystem::path newProject(ShellState& shell, const std::filesystem::path& projectsFolder,
                                  std::string_view typedName);
 
-/// "open": makes the project current, reads GEN.CST, deletes DRAW.DAT and DRAW.BMP where they
-/// exist, sets the work folder, creates TMPDIR and removes empty files. Throws InputError when
-/// the folder does not exist.
+/// "open": makes the project current (its parent folder becomes the projects folder), reads
+/// GEN.CST, deletes the drawing editor's scratch drawing TMPDIR/DRAW.DAT and the project's
+/// picture DRAW.BMP where they exist, sets the work folder, creates TMPDIR and removes empty
+/// files. Throws InputError when the folder does not exist; the shell is changed only when
+/// the project could be opened.
 void openProject(ShellState& shell, const std::filesystem::path& projectPath);
+
+/// Reads GEN.CST of the shell's current project into the shell (record, sheet name, output
+/// name and number; a blank sheet name of a valid record is written back as "Sheet1"), sets
+/// the work folder from it and creates TMPDIR. Throws FileError when the record or the
+/// folder cannot be written.
+void loadCurrentProject(ShellState& shell);
 
 /// "exit": removes the empty files of the current project folder.
 void closeProject(ShellState& shell);
@@ -66,7 +75,8 @@ std::filesystem::path archiveProject(const std::filesystem::path& projectPath,
 
 /// "delete": moves the project into the archive folder (name-deleted-yyyymmdd-hhmmss.prj), so
 /// that a deletion can be undone by hand. Refuses the current project and DEFAULT.prj.
-std::filesystem::path deleteProject(const ShellState& shell, const std::filesystem::path& projectPath,
+std::filesystem::path deleteProject(const ShellState& shell,
+                                    const std::filesystem::path& projectPath,
                                     const std::filesystem::path& projectsFolder);
 
 } // namespace orvak::shell

@@ -37,7 +37,8 @@ std::vector<std::string> readLanguageList(const std::filesystem::path& driversFo
 /// (trimmed, any case); '\0' for any other language.
 char promptFileLetter(std::string_view language);
 
-/// Program folder / language / key & letter & ".TXT", found case-blind.
+/// Program folder / language / key & letter & ".TXT", the language trimmed and the folder and
+/// file found case-blind; an empty path for a language with no letter.
 std::filesystem::path promptFilePath(const std::filesystem::path& programFolder,
                                      std::string_view language, std::string_view key);
 
@@ -47,13 +48,20 @@ std::filesystem::path promptFilePath(const std::filesystem::path& programFolder,
 PromptList readPrompts(const std::filesystem::path& programFolder, std::string_view language,
                        std::string_view key, std::size_t firstLine, std::size_t count);
 
+/// The prompts of a prompt file's bytes: lines firstLine .. firstLine + count - 1 (1-based; a
+/// first line of 0 counts as 1), as many as the text holds.
+PromptList parsePrompts(std::string content, std::size_t firstLine, std::size_t count);
+
 /// Headings placed in a prompt through "@k:" markers: the text behind "@k:" up to the next
 /// "@" or the end of the line, right-trimmed; empty when the line has no such marker.
 std::string placeholderText(std::string_view line, int k);
 
 /// Keys and line ranges of the shell's own prompts.
-inline constexpr std::string_view kGeneralPromptKey = "GNRL";     ///< 30 prompts from line 2
-inline constexpr std::string_view kGlobalPromptKey = "GLBLPRM";   ///< 36 from line 2, 120 from line 49
-inline constexpr std::string_view kMainFramePromptKey = "MdiMain"; ///< captions of the main frame
+/// 30 prompts from line 2.
+inline constexpr std::string_view kGeneralPromptKey = "GNRL";
+/// 36 prompts from line 2, and 120 from line 49.
+inline constexpr std::string_view kGlobalPromptKey = "GLBLPRM";
+/// Captions of the main frame.
+inline constexpr std::string_view kMainFramePromptKey = "MdiMain";
 
 } // namespace orvak::shell

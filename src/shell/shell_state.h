@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "shell/project_record.h"
 #include "shell/prompts.h"
@@ -28,11 +29,11 @@ struct ShellState {
     std::string title{kTitle};
     std::string frameKey{kFrameKey};
 
-    SoftwareConfig software;     ///< SWC
-    LastProjectState last;       ///< PRJNO: projects folder, project path, user, settings
-    std::string projectName;     ///< project path less the projects folder
-    ProjectRecord project;       ///< GEN.CST of the current project
-    std::string workFolder;      ///< from GEN.CST, leading blanks removed
+    SoftwareConfig software; ///< SWC
+    LastProjectState last;   ///< PRJNO: projects folder, project path, user, settings
+    std::string projectName; ///< project path less the projects folder
+    ProjectRecord project;   ///< GEN.CST of the current project
+    std::string workFolder;  ///< from GEN.CST, leading blanks removed
     std::string sheetName{kDefaultSheetName};
     std::string outputName;
     std::int16_t outputNumber = 0;
@@ -49,9 +50,14 @@ struct ShellState {
     std::int32_t colourLimit = 255;
     bool loading = false;
 
-    PromptList generalPrompts;   ///< GNRL, 30 from line 2
-    PromptList globalPrompts1;   ///< GLBLPRM, 36 from line 2
-    PromptList globalPrompts2;   ///< GLBLPRM, 120 from line 49
+    /// Problems met at start-up that did not stop it (a file that could not be read, a
+    /// language name that cannot be a folder name), one plain sentence each, for the frame
+    /// to show once.
+    std::vector<std::string> warnings;
+
+    PromptList generalPrompts; ///< GNRL, 30 from line 2
+    PromptList globalPrompts1; ///< GLBLPRM, 36 from line 2
+    PromptList globalPrompts2; ///< GLBLPRM, 120 from line 49
 
     std::filesystem::path driversFolder() const { return programFolder / kDriversFolderName; }
     std::filesystem::path generalFolder() const { return programFolder / kGeneralFolderName; }

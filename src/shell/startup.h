@@ -16,17 +16,31 @@ namespace orvak::shell {
 /// ~/.local/share/orvak. `env` looks a variable up (std::getenv in the program, a map in tests).
 std::filesystem::path resolveProgramFolder(const std::function<const char*(const char*)>& env);
 
+inline constexpr std::string_view kProjectsFolderName = "Projects";
+inline constexpr std::string_view kDemoProjectFolderName = "Demo.prj";
+
 /// The folder of the program's shipped data (prompt files, LANGUAGE.DAT, demo project):
-/// $ORVAK_DATA when set; else the first of <exe dir>/data, <exe dir>/../share/orvak and the
-/// source tree's data folder that holds LANGUAGE.DAT.
+/// $ORVAK_DATA when set and not empty; else the first of <exe dir>/data, <exe dir>/../data
+/// (the build tree), <exe dir>/../share/orvak and the source tree's data folder that holds
+/// LANGUAGE.DAT; an empty path when none does.
 std::filesystem::path resolveDataFolder(const std::filesystem::path& executable,
                                         const std::function<const char*(const char*)>& env);
 
 /// Copies the shipped data into the program folder where it is missing: LANGUAGE.DAT into
-/// DRIVERS, each language's prompt files into its folder, the demo project into
-/// Projects/Demo.prj. A file the user already has is never overwritten.
+/// DRIVERS, the prompt files of each language the shipped LANGUAGE.DAT names (and English)
+/// into its folder, and, when the program folder has no Projects folder yet (a fresh
+/// installation), the demo project as Projects/Demo.prj. A file the user already has is never
+/// overwritten, and a demo project the user deleted does not come back. An empty or missing
+/// data folder installs nothing. Throws FileError when a file cannot be read or written.
 void installProgramData(const std::filesystem::path& dataFolder,
                         const std::filesystem::path& programFolder);
+
+/// Creates the demo project `projectsFolder`/Demo.prj with the GEN.CST described by
+/// `demoData`/project.json; a Demo.prj that exists is left alone. Returns the project folder.
+/// Throws FileError when the description cannot be read or the project cannot be written (a
+/// half-made project is removed).
+std::filesystem::path installDemoProject(const std::filesystem::path& demoData,
+                                         const std::filesystem::path& projectsFolder);
 
 /// The default projects folder of a fresh installation: program folder / "Projects".
 std::filesystem::path defaultProjectsFolder(const std::filesystem::path& programFolder);
@@ -40,9 +54,15 @@ struct StartupOptions {
     std::optional<std::filesystem::path> project;
 };
 
-/// The start-up sequence up to the prompts: folders (DRIVERS, DEFAULT.prj, GENERAL, one per
-/// language of LANGUAGE.DAT up to 50, the current language, Symbols), SWC, PRJNO, the
-/// forgetting of a vanished project, TMPDIR, GEN.CST, and the shell's prompt lists.
+/// The start-up sequence up to the prompts: the shipped data (when a data folder is given),
+/// folders (DRIVERS, DEFAULT.prj, GENERAL, one per language of LANGUAGE.DAT up to 50, the
+/// current language, Symbols), SWC, PRJNO, the forgetting of a vanished project, GEN.CST and
+/// TMPDIR, and the shell's prompt lists. Without any PRJNO (a first start) the projects folder
+/// is Projects (created, and kept even without a project) and the demo project is current
+/// when it exists. Files that cannot be read
+/// leave their defaults and add a sentence to ShellState::warnings. DEFPARAM.DAT is not
+/// opened here: the frame holds a ParameterFile and opens it when hasProject(). Throws
+/// FileError only when the program folder itself cannot be created.
 ShellState runStartup(const StartupOptions& options);
 
 /// Reloads the shell's general and global prompt lists in the current language.

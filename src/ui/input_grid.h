@@ -2,13 +2,18 @@
 // described by field descriptor and limit strings (which cells take input, numbers, ranges).
 #pragma once
 
+#include "shell/field_table.h"
+
 #include <QAbstractTableModel>
+#include <QLineEdit>
 #include <QStringList>
 #include <QStyledItemDelegate>
 #include <QTableView>
 #include <QWidget>
+
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace orvak::ui {
@@ -46,6 +51,9 @@ public:
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    /// Replaces the shown text of a column heading (the grid wraps long headings).
+    bool setHeaderData(int section, Qt::Orientation orientation, const QVariant& value,
+                       int role) override;
 
     /// The text of a cell as typed (not formatted); 0-based row and column.
     QString cellText(int row, int column) const;
@@ -57,9 +65,20 @@ public:
     bool isChanged() const { return m_changed; }
     void clearChanged() { m_changed = false; }
 
-    /// 1-based rules of the column at a 0-based cell.
+    /// Rules of the column at a 0-based cell (flags as in the descriptor: access 1 input,
+    /// 0 shown only; kind 0 text, 1 number, 2 text never formatted).
     int accessAt(int row, int column) const;
     int kindAt(int row, int column) const;
+    shell::ColumnDigits digitsAt(int row, int column) const;
+    shell::Limits limitsAt(int row, int column) const;
+    /// Characters the editor of a cell takes: for numbers integer digits + decimals + sign +
+    /// point, for text its width; 0 means no limit.
+    int maxLengthAt(int row, int column) const;
+    /// Visible width of a column in characters: the set width, else the widest of its rows.
+    int columnChars(int column) const;
+
+    /// The text of the last value refused by setData (what the user typed).
+    const QString& refusedText() const { return m_refusedText; }
 
 signals:
     /// A value passed its check and was stored (0-based).
@@ -68,8 +87,14 @@ signals:
     void valueRefused(int row, int column, const QString& message);
 
 private:
+    bool isValidCell(int row, int column) const;
+    /// Row count and 1-based row to hand to the rules for a table of `count` strings.
+    std::pair<int, int> ruleRow(std::size_t count, int row) const;
+
     InputGridSetup m_setup;
     std::vector<QStringList> m_cells;
+    QStringList m_headerTexts;
+    QString m_refusedText;
     bool m_changed = false;
 };
 
@@ -84,6 +109,15 @@ public:
     void setModelData(QWidget* editor, QAbstractItemModel* model,
                       const QModelIndex& index) const override;
     bool eventFilter(QObject* object, QEvent* event) override;
+
+    /// True when the last setModelData was refused by the model's check.
+    bool lastCommitRefused() const { return m_lastRefused; }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+
+private:
+    mutable bool m_lastRefused = false;
 };
 
 /// The grid widget that forms place: a table view, its model and delegate. A refused value
@@ -107,16 +141,27 @@ public:
     void clearChanged() { m_model->clearChanged(); }
 
     /// Replaces the message box (tests record the message instead).
-    void setMessageHook(std::function<void(const QString&)> hook) { m_messageHook = std::move(hook); }
+    void setMessageHook(std::function<void(const QString&)> hook) {
+        m_messageHook = std::move(hook);
+    }
     /// Moves the focus to a cell and opens its editor.
     void focusCell(int row, int column);
+    /// The open editor of the current cell, or nullptr when no cell is being edited.
+    QLineEdit* currentEditor() const;
+
+    /// Room for every column and up to 20 rows.
+    QSize sizeHint() const override;
 
 private:
     void onValueRefused(int row, int column, const QString& message);
+    void reopenCell(int row, int column, const QString& text);
+    void layoutColumns();
 
     QTableView* m_view;
     InputGridModel* m_model;
+    InputGridDelegate* m_delegate;
     std::function<void(const QString&)> m_messageHook;
+    bool m_refusalPending = false;
 };
 
 } // namespace orvak::ui

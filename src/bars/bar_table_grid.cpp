@@ -1,0 +1,255 @@
+// The editing engine of the bar, spacing and mesh table forms: load, crash-safe save with
+// empty rows squeezed out, delete of the table file, and the printed table.
+#include "bars/bar_table_grid.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cctype>
+#include <cerrno>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+
+#include "core/error.h"
+#include "core/mask_format.h"
+#include "shell/prompts.h"
+
+namespace fs = std::filesystem;
+
+namespace orvak::bars {
+
+namespace {
+
+std::string systemMessage(int err) {
+    return std::strerror(err);
+}
+
+// Writes the bytes to `path` (replacing it) and syncs them to disk before returning.
+void writeSynced(const fs::path& path, const std::vector<std::uint8_t>& bytes) {
+    const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+    if (fd < 0) {
+        throw FileError(path, "The bar table cannot be saved: " + systemMessage(errno));
+    }
+    const std::uint8_t* data = bytes.data();
+    std::size_t left = bytes.size();
+    while (left > 0) {
+        const ssize_t n = ::write(fd, data, left);
+        if (n < 0) {
+            if (errno == EINTR) {
+                continue;
+            }
+            const int err = errno;
+            ::close(fd);
+            throw FileError(path, "The bar table cannot be saved: " + systemMessage(err));
+        }
+        data += n;
+        left -= static_cast<std::size_t>(n);
+    }
+    if (::fsync(fd) != 0) {
+        const int err = errno;
+        ::close(fd);
+        throw FileError(path, "The bar table cannot be saved: " + systemMessage(err));
+    }
+    ::close(fd);
+}
+
+// Makes a rename or delete in `folder` durable.
+void syncFolder(const fs::path& folder) {
+    const int dfd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (dfd >= 0) {
+        ::fsync(dfd);
+        ::close(dfd);
+    }
+}
+
+} // namespace
+
+double cellNumber(std::string_view text) {
+    std::size_t at = 0;
+    while (at < text.size() && (text[at] == ' ' || text[at] == '\t')) {
+        ++at;
+    }
+    bool negative = false;
+    if (at < text.size() && (text[at] == '+' || text[at] == '-')) {
+        negative = text[at] == '-';
+        ++at;
+    }
+    if (at >= text.size() ||
+        !(std::isdigit(static_cast<unsigned char>(text[at])) || text[at] == '.')) {
+        return 0.0; // also keeps "inf" and "nan" out
+    }
+    double value = 0.0;
+    const auto [end, ec] = std::from_chars(text.data() + at, text.data() + text.size(), value);
+    if (ec != std::errc() || !std::isfinite(value)) {
+        return 0.0;
+    }
+    return negative ? -value : value;
+}
+
+std::string cellTextFor(float value) {
+    if (value == 0.0f || !std::isfinite(value)) {
+        return "0";
+    }
+    char buf[64];
+    const auto [end, ec] = std::to_chars(buf, buf + sizeof buf, value, std::chars_format::fixed);
+    ORVAK_ASSERT(ec == std::errc());
+    return std::string(buf, end);
+}
+
+BarTableGrid::BarTableGrid(const TableKind& kind)
+    : m_kind(&kind), m_cells(static_cast<std::size_t>(kind.gridRows),
+                             std::vector<std::string>(static_cast<std::size_t>(kind.gridColumns))) {
+}
+
+BarTableGrid BarTableGrid::fromFile(const TableKind& kind, const core::RecordFile& file) {
+    BarTableGrid grid(kind);
+    if (file.count() > 0) {
+        for (int r = 1; r <= kind.shownRows; ++r) {
+            const core::RecordBuffer rec = file.read(static_cast<std::size_t>(r));
+            auto& cells = grid.m_cells[grid.index(r)];
+            for (int c = 1; c <= kind.gridColumns; ++c) {
+                cells[static_cast<std::size_t>(c - 1)] =
+                    rec.inUse()
+                        ? cellTextFor(recordValue(rec, kind, static_cast<std::size_t>(c - 1)))
+                        : "0";
+            }
+        }
+        return grid;
+    }
+    const int rows = kind.defaultRows();
+    for (int r = 1; r <= rows; ++r) {
+        auto& cells = grid.m_cells[grid.index(r)];
+        for (int c = 1; c <= kind.defaultColumns; ++c) {
+            const auto at = static_cast<std::size_t>((r - 1) * kind.defaultColumns + (c - 1));
+            cells[static_cast<std::size_t>(c - 1)] = cellTextFor(kind.defaults[at]);
+        }
+    }
+    grid.m_showsDefaults = rows > 0;
+    return grid;
+}
+
+BarTableGrid BarTableGrid::open(const TableKind& kind, const fs::path& generalFolder) {
+    return fromFile(kind, openTableFile(kind, generalFolder));
+}
+
+BarTableGrid BarTableGrid::read(const TableKind& kind, const fs::path& generalFolder) {
+    return fromFile(kind, readTableFile(kind, generalFolder));
+}
+
+std::vector<std::vector<std::string>>::size_type BarTableGrid::index(int row) const {
+    ORVAK_ASSERT(row >= 1 && row <= m_kind->gridRows);
+    return static_cast<std::size_t>(row - 1);
+}
+
+const std::string& BarTableGrid::cell(int row, int column) const {
+    ORVAK_ASSERT(column >= 1 && column <= m_kind->gridColumns);
+    return m_cells[index(row)][static_cast<std::size_t>(column - 1)];
+}
+
+void BarTableGrid::setCell(int row, int column, std::string text) {
+    ORVAK_ASSERT(column >= 1 && column <= m_kind->gridColumns);
+    m_cells[index(row)][static_cast<std::size_t>(column - 1)] = std::move(text);
+    m_changed = true;
+}
+
+const std::vector<std::string>& BarTableGrid::row(int row) const {
+    return m_cells[index(row)];
+}
+
+TableSaveResult BarTableGrid::save(const fs::path& generalFolder, const TableSaveOptions& options) {
+    if (!m_changed) {
+        return {};
+    }
+    const TableKind& kind = *m_kind;
+    const fs::path target = tableFilePath(kind, generalFolder);
+    const core::RecordFile old = readTableFile(kind, generalFolder);
+    const fs::path temp = core::resolveNoCase(generalFolder, kTableTempFile);
+
+    std::vector<std::uint8_t> bytes;
+    std::size_t written = 0;
+    for (int r = 1; r <= kind.gridRows; ++r) {
+        if (rowInUse(r)) {
+            // Built on the old record of the same row number: values the grid does not show
+            // stay as the old file held them.
+            core::RecordBuffer rec = old.read(static_cast<std::size_t>(r));
+            for (int c = 1; c <= kind.gridColumns; ++c) {
+                rec.setSingle(kind.valuesField(), static_cast<float>(number(r, c)),
+                              static_cast<std::size_t>(c - 1));
+            }
+            rec.bytes()[0] = static_cast<std::uint8_t>(core::kUseMark);
+            bytes.insert(bytes.end(), rec.bytes().begin(), rec.bytes().end());
+            ++written;
+        }
+        if (options.progress) {
+            options.progress(r, kind.gridRows);
+        }
+    }
+
+    writeSynced(temp, bytes);
+    if (options.beforeRename) {
+        options.beforeRename(temp);
+    }
+    std::error_code ec;
+    if (written > 0) {
+        // rename() replaces the table file in one step: a crash leaves the old or the new one.
+        if (::rename(temp.c_str(), target.c_str()) != 0) {
+            throw FileError(target, "The bar table cannot be saved: " + systemMessage(errno));
+        }
+    } else if (fs::exists(target, ec)) {
+        fs::remove(target, ec);
+        if (ec) {
+            throw FileError(target,
+                            "The empty bar table cannot replace the old one: " + ec.message());
+        }
+    }
+    syncFolder(generalFolder);
+    if (options.progress) {
+        options.progress(0, kind.gridRows);
+    }
+    m_changed = false;
+    return {written > 0 ? TableSaveOutcome::Saved : TableSaveOutcome::AllEmpty, written};
+}
+
+bool tableFileExists(const TableKind& kind, const fs::path& generalFolder) {
+    return core::findFileNoCase(generalFolder, kind.fileName).has_value();
+}
+
+bool deleteTableFile(const TableKind& kind, const fs::path& generalFolder) {
+    const auto path = core::findFileNoCase(generalFolder, kind.fileName);
+    if (!path) {
+        return false;
+    }
+    std::error_code ec;
+    fs::remove(*path, ec);
+    if (ec) {
+        throw FileError(*path, "The bar table file cannot be deleted: " + ec.message());
+    }
+    return true;
+}
+
+std::string printTable(const BarTableGrid& grid, std::string_view headingPrompt) {
+    const TableKind& kind = grid.kind();
+    const std::string_view prompt = headingPrompt.empty() ? kind.defaultHeadings : headingPrompt;
+    std::string out;
+    for (int k = 0; k <= kind.headingPlaceholders; ++k) {
+        const std::string heading = shell::placeholderText(prompt, k);
+        if (!heading.empty()) {
+            out += heading;
+            out += '\n';
+        }
+    }
+    for (int r = 1; r <= grid.rowCount(); ++r) {
+        if (!grid.rowInUse(r)) {
+            continue;
+        }
+        for (int c = 1; c <= grid.columnCount(); ++c) {
+            out += core::formatUsing(kind.printFormats[static_cast<std::size_t>(c - 1)],
+                                     grid.number(r, c));
+        }
+        out += '\n';
+    }
+    return out;
+}
+
+} // namespace orvak::bars

@@ -1,0 +1,470 @@
+// The steel-quantity store of a project in SQLite: schema, item key, edit-or-add, deletes and
+// the ordered walks of the report. Every statement binds its values; writes are transactions.
+#include "bars/steel_store.h"
+
+#include <sqlite3.h>
+
+#include <SQLiteCpp/SQLiteCpp.h>
+#include <cmath>
+#include <limits>
+
+#include "core/error.h"
+#include "core/file_util.h"
+
+namespace fs = std::filesystem;
+
+namespace orvak::bars {
+
+namespace {
+
+// Field order and widths of the table as the older Access store had it. Text lengths are
+// checked in bytes (single-byte text); BLDCLBEAM compares without regard to ASCII case, as
+// the Access engine compared text.
+constexpr std::string_view kCreateTable = R"(
+CREATE TABLE SteelQntTable (
+    MAINKEY     TEXT NOT NULL PRIMARY KEY CHECK (length(CAST(MAINKEY AS BLOB)) <= 19),
+    BLDCLBEAM   TEXT NOT NULL DEFAULT '' COLLATE NOCASE
+                CHECK (length(CAST(BLDCLBEAM AS BLOB)) <= 10),
+    SUBBUILDNO  INTEGER NOT NULL DEFAULT 0 CHECK (SUBBUILDNO BETWEEN -32768 AND 32767),
+    CIELINDEX   INTEGER NOT NULL DEFAULT 0 CHECK (CIELINDEX BETWEEN -32768 AND 32767),
+    BEAMINDEX   INTEGER NOT NULL DEFAULT 0 CHECK (BEAMINDEX BETWEEN -32768 AND 32767),
+    IRONINDEX   INTEGER NOT NULL DEFAULT 0 CHECK (IRONINDEX BETWEEN -32768 AND 32767),
+    GENERAL     INTEGER NOT NULL DEFAULT 0 CHECK (GENERAL BETWEEN -32768 AND 32767),
+    QUANTITY    REAL NOT NULL DEFAULT 0,
+    IRONTYPE    INTEGER NOT NULL DEFAULT 0 CHECK (IRONTYPE BETWEEN -32768 AND 32767),
+    DIAMETER    REAL NOT NULL DEFAULT 0,
+    LENGTH      REAL NOT NULL DEFAULT 0,
+    SHAPE       INTEGER NOT NULL DEFAULT 0 CHECK (SHAPE BETWEEN -32768 AND 32767),
+    SHTINDX     INTEGER NOT NULL DEFAULT 0 CHECK (SHTINDX BETWEEN -32768 AND 32767),
+    DESCRIPTION TEXT NOT NULL DEFAULT '' CHECK (length(CAST(DESCRIPTION AS BLOB)) <= 25)
+);
+CREATE UNIQUE INDEX MAINKEY_INDEX ON SteelQntTable (MAINKEY);
+CREATE INDEX BLDCLBEAM_INDEX ON SteelQntTable (BLDCLBEAM);
+CREATE INDEX SUBBUILDNO_INDEX ON SteelQntTable (SUBBUILDNO);
+CREATE INDEX CIELINDEX_INDEX ON SteelQntTable (CIELINDEX);
+CREATE INDEX BEAMINDEX_INDEX ON SteelQntTable (BEAMINDEX);
+CREATE INDEX IRONINDEX_INDEX ON SteelQntTable (IRONINDEX);
+CREATE INDEX GENERAL_INDEX ON SteelQntTable (GENERAL);
+CREATE INDEX SHEET_INDEX ON SteelQntTable (SHTINDX);
+)";
+
+constexpr const char* kColumnNames[] = {
+    "MAINKEY",  "BLDCLBEAM", "SUBBUILDNO", "CIELINDEX", "BEAMINDEX", "IRONINDEX", "GENERAL",
+    "QUANTITY", "IRONTYPE",  "DIAMETER",   "LENGTH",    "SHAPE",     "SHTINDX",   "DESCRIPTION",
+};
+
+constexpr std::string_view kSelectItems =
+    "SELECT MAINKEY, BLDCLBEAM, SUBBUILDNO, CIELINDEX, BEAMINDEX, IRONINDEX, GENERAL, QUANTITY, "
+    "IRONTYPE, DIAMETER, LENGTH, SHAPE, SHTINDX, DESCRIPTION FROM SteelQntTable ";
+
+// One plain sentence for a database failure; the caller adds the path.
+std::string describeFailure(const SQLite::Exception& e) {
+    switch (e.getErrorCode() & 0xFF) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return "The steel-quantity database is in use by another program; close that program "
+               "and try again";
+    case SQLITE_NOTADB:
+    case SQLITE_CORRUPT:
+        return "The steel-quantity database is damaged or is not a database; it was left as it "
+               "is";
+    case SQLITE_READONLY:
+    case SQLITE_PERM:
+    case SQLITE_CANTOPEN:
+        return "The steel-quantity database cannot be opened for writing";
+    case SQLITE_FULL:
+        return "The disk is full; the steel quantities were not changed";
+    case SQLITE_IOERR:
+        return "The steel-quantity database cannot be read or written";
+    default:
+        return std::string("The steel-quantity database refused the operation: ") + e.what();
+    }
+}
+
+// Runs a database operation, turning any SQLite failure into a FileError for the user.
+template <typename Fn> auto guarded(const fs::path& path, Fn&& fn) -> decltype(fn()) {
+    try {
+        return fn();
+    } catch (const SQLite::Exception& e) {
+        throw FileError(path, describeFailure(e));
+    }
+}
+
+std::string cutBytes(std::string_view text, std::size_t width) {
+    return std::string(text.substr(0, std::min(text.size(), width)));
+}
+
+std::string trimBlanks(std::string_view text) {
+    const auto first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos) {
+        return {};
+    }
+    const auto last = text.find_last_not_of(' ');
+    return std::string(text.substr(first, last - first + 1));
+}
+
+std::int16_t toInt16(std::int32_t v, std::string_view what) {
+    if (v < std::numeric_limits<std::int16_t>::min() ||
+        v > std::numeric_limits<std::int16_t>::max()) {
+        throw InputError("The " + std::string(what) + " " + std::to_string(v) +
+                         " is out of range (-32768 to 32767)");
+    }
+    return static_cast<std::int16_t>(v);
+}
+
+void requireFinite(float v, std::string_view what) {
+    if (!std::isfinite(v)) {
+        throw InputError("The " + std::string(what) + " of a steel item must be a number");
+    }
+}
+
+// The item as it is stored: key, name and description cut to their widths.
+SteelItem normalized(const SteelItem& item) {
+    SteelItem out = item;
+    out.mainKey = cutBytes(item.mainKey, kMainKeyWidth);
+    out.element = storedElementName(item.element);
+    out.description = cutBytes(trimBlanks(item.description), kDescriptionWidth);
+    if (out.mainKey.empty()) {
+        throw InputError("A steel item needs a key");
+    }
+    requireFinite(item.quantity, "quantity");
+    requireFinite(item.diameterMm, "diameter");
+    requireFinite(item.lengthCm, "length");
+    return out;
+}
+
+std::int16_t columnInt16(const SQLite::Column& c) {
+    const std::int64_t v = c.getInt64();
+    if (v < std::numeric_limits<std::int16_t>::min() ||
+        v > std::numeric_limits<std::int16_t>::max()) {
+        return 0; // only another program can have put it there; the checks keep ours in range
+    }
+    return static_cast<std::int16_t>(v);
+}
+
+float columnSingle(const SQLite::Column& c) {
+    const auto v = static_cast<float>(c.getDouble());
+    return std::isfinite(v) ? v : 0.0f;
+}
+
+std::vector<SteelItem> collect(SQLite::Statement& st) {
+    std::vector<SteelItem> items;
+    while (st.executeStep()) {
+        SteelItem it;
+        it.mainKey = st.getColumn(0).getString();
+        it.element = st.getColumn(1).getString();
+        it.subBuilding = columnInt16(st.getColumn(2));
+        it.slab = columnInt16(st.getColumn(3));
+        it.beam = columnInt16(st.getColumn(4));
+        it.mark = columnInt16(st.getColumn(5));
+        it.general = columnInt16(st.getColumn(6));
+        it.quantity = columnSingle(st.getColumn(7));
+        it.ironType = columnInt16(st.getColumn(8));
+        it.diameterMm = columnSingle(st.getColumn(9));
+        it.lengthCm = columnSingle(st.getColumn(10));
+        it.shape = columnInt16(st.getColumn(11));
+        it.sheet = columnInt16(st.getColumn(12));
+        it.description = st.getColumn(13).getString();
+        items.push_back(std::move(it));
+    }
+    return items;
+}
+
+// Binds the fields of an item as parameters 1..14 in column order.
+void bindItem(SQLite::Statement& st, const SteelItem& it) {
+    st.bind(1, it.mainKey);
+    st.bind(2, it.element);
+    st.bind(3, it.subBuilding);
+    st.bind(4, it.slab);
+    st.bind(5, it.beam);
+    st.bind(6, it.mark);
+    st.bind(7, it.general);
+    st.bind(8, static_cast<double>(it.quantity));
+    st.bind(9, it.ironType);
+    st.bind(10, static_cast<double>(it.diameterMm));
+    st.bind(11, static_cast<double>(it.lengthCm));
+    st.bind(12, it.shape);
+    st.bind(13, it.sheet);
+    st.bind(14, it.description);
+}
+
+bool keyExists(SQLite::Database& db, const std::string& key) {
+    SQLite::Statement st(db, "SELECT 1 FROM SteelQntTable WHERE MAINKEY = ?");
+    st.bind(1, key);
+    return st.executeStep();
+}
+
+// Adds or edits one normalized item inside an open transaction.
+IronDatabase::SaveKind writeItem(SQLite::Database& db, const SteelItem& it) {
+    if (keyExists(db, it.mainKey)) {
+        SQLite::Statement st(db,
+                             "UPDATE SteelQntTable SET BLDCLBEAM = ?2, SUBBUILDNO = ?3, "
+                             "CIELINDEX = ?4, BEAMINDEX = ?5, IRONINDEX = ?6, GENERAL = ?7, "
+                             "QUANTITY = ?8, IRONTYPE = ?9, DIAMETER = ?10, LENGTH = ?11, "
+                             "SHAPE = ?12, SHTINDX = ?13, DESCRIPTION = ?14 WHERE MAINKEY = ?1");
+        bindItem(st, it);
+        st.exec();
+        return IronDatabase::SaveKind::Edited;
+    }
+    SQLite::Statement st(db, "INSERT INTO SteelQntTable (MAINKEY, BLDCLBEAM, SUBBUILDNO, "
+                             "CIELINDEX, BEAMINDEX, IRONINDEX, GENERAL, QUANTITY, IRONTYPE, "
+                             "DIAMETER, LENGTH, SHAPE, SHTINDX, DESCRIPTION) VALUES "
+                             "(?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12, ?13, ?14)");
+    bindItem(st, it);
+    st.exec();
+    return IronDatabase::SaveKind::Added;
+}
+
+// Makes the table in an empty database, or checks that an existing one is ours.
+void prepareSchema(SQLite::Database& db, const fs::path& path) {
+    std::vector<std::string> tables;
+    {
+        SQLite::Statement st(db, "SELECT name FROM sqlite_master WHERE type = 'table'");
+        while (st.executeStep()) {
+            tables.push_back(st.getColumn(0).getString());
+        }
+    }
+    if (tables.empty()) {
+        SQLite::Transaction tx(db, SQLite::TransactionBehavior::IMMEDIATE);
+        db.exec(std::string(kCreateTable));
+        tx.commit();
+        return;
+    }
+    std::vector<std::string> columns;
+    {
+        SQLite::Statement st(db,
+                             "SELECT name FROM pragma_table_info('SteelQntTable') ORDER BY cid");
+        while (st.executeStep()) {
+            columns.push_back(st.getColumn(0).getString());
+        }
+    }
+    const bool ours = columns.size() == std::size(kColumnNames) &&
+                      std::equal(columns.begin(), columns.end(), std::begin(kColumnNames));
+    if (!ours) {
+        throw FileError(path, "This file is a database but does not hold the steel quantities "
+                              "table; it was left as it is");
+    }
+}
+
+} // namespace
+
+std::string makeMainKey(std::int32_t first, std::int32_t second, std::int32_t third,
+                        std::int32_t fourth, std::int32_t fifth) {
+    const auto place = [](std::int32_t n, std::size_t width) {
+        const std::string text = std::string(width, '0') + std::to_string(n);
+        return text.substr(text.size() - width);
+    };
+    return place(first, 2) + "." + place(second, 3) + "." + place(third, 3) + "." +
+           place(fourth, 4) + "." + place(fifth, 3);
+}
+
+std::string storedElementName(std::string_view element) {
+    std::string name = cutBytes(element, kElementNameWidth);
+    const auto last = name.find_last_not_of(' ');
+    name.erase(last == std::string::npos ? 0 : last + 1);
+    return name;
+}
+
+SteelItem itemFromManual(const ManualItem& m) {
+    requireFinite(m.quantity, "quantity");
+    requireFinite(m.diameterMm, "diameter");
+    requireFinite(m.lengthCm, "length");
+    SteelItem it;
+    it.general = static_cast<std::int16_t>(m.kind);
+    it.slab = toInt16(m.slab, "slab number");
+    it.beam = toInt16(m.elementNumber, "element number");
+    it.mark = toInt16(m.mark, "bar mark");
+    it.subBuilding = toInt16(m.subBuilding, "sub-building number");
+    it.mainKey = makeMainKey(it.general, it.slab, it.beam, it.mark, it.subBuilding);
+    it.element = storedElementName(m.element);
+    it.quantity = m.quantity;
+    it.ironType = toInt16(m.barKind, "bar kind");
+    it.diameterMm = m.diameterMm;
+    it.lengthCm = m.lengthCm;
+    it.shape = toInt16(m.shape, "shape number");
+    it.sheet = toInt16(m.sheet, "sheet number");
+    it.description = cutBytes(trimBlanks(m.description), kDescriptionWidth);
+    return it;
+}
+
+fs::path ironDatabasePath(const fs::path& projectFolder) {
+    return core::resolveNoCase(projectFolder, kIronDatabaseFile);
+}
+
+bool legacyImportOffered(const fs::path& projectFolder) {
+    return !core::findFileNoCase(projectFolder, kIronDatabaseFile) &&
+           core::findFileNoCase(projectFolder, kLegacyIronDatabaseFile).has_value();
+}
+
+IronDatabase::IronDatabase(fs::path path, std::unique_ptr<SQLite::Database> db)
+    : m_path(std::move(path)), m_db(std::move(db)) {}
+IronDatabase::IronDatabase(IronDatabase&&) noexcept = default;
+IronDatabase& IronDatabase::operator=(IronDatabase&&) noexcept = default;
+IronDatabase::~IronDatabase() = default;
+
+IronDatabase IronDatabase::open(const fs::path& projectFolder, int busyTimeoutMs) {
+    std::error_code ec;
+    if (!fs::is_directory(projectFolder, ec)) {
+        throw FileError(projectFolder, "The project folder does not exist");
+    }
+    return openFile(ironDatabasePath(projectFolder), busyTimeoutMs);
+}
+
+IronDatabase IronDatabase::openFile(const fs::path& file, int busyTimeoutMs) {
+    std::error_code ec;
+    if (fs::is_directory(file, ec)) {
+        throw FileError(file, "A folder stands where the steel-quantity database should be");
+    }
+    return guarded(file, [&] {
+        auto db = std::make_unique<SQLite::Database>(
+            file, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE, busyTimeoutMs);
+        db->exec("PRAGMA foreign_keys = ON");
+        prepareSchema(*db, file);
+        return IronDatabase(file, std::move(db));
+    });
+}
+
+IronDatabase::SaveKind IronDatabase::saveItem(const SteelItem& item) {
+    const SteelItem it = normalized(item);
+    return guarded(m_path, [&] {
+        SQLite::Transaction tx(*m_db, SQLite::TransactionBehavior::IMMEDIATE);
+        const SaveKind kind = writeItem(*m_db, it);
+        tx.commit();
+        return kind;
+    });
+}
+
+std::size_t IronDatabase::saveItems(const std::vector<SteelItem>& items) {
+    std::vector<SteelItem> rows;
+    rows.reserve(items.size());
+    for (const SteelItem& item : items) {
+        rows.push_back(normalized(item));
+    }
+    return guarded(m_path, [&] {
+        SQLite::Transaction tx(*m_db, SQLite::TransactionBehavior::IMMEDIATE);
+        std::size_t added = 0;
+        for (const SteelItem& it : rows) {
+            added += writeItem(*m_db, it) == SaveKind::Added ? 1 : 0;
+        }
+        tx.commit();
+        return added;
+    });
+}
+
+std::optional<SteelItem> IronDatabase::findItem(std::string_view mainKey) const {
+    return guarded(m_path, [&]() -> std::optional<SteelItem> {
+        SQLite::Statement st(*m_db, std::string(kSelectItems) + "WHERE MAINKEY = ?");
+        st.bind(1, cutBytes(mainKey, kMainKeyWidth));
+        auto items = collect(st);
+        if (items.empty()) {
+            return std::nullopt;
+        }
+        return items.front();
+    });
+}
+
+bool IronDatabase::deleteItem(std::string_view mainKey) {
+    return guarded(m_path, [&] {
+        SQLite::Transaction tx(*m_db, SQLite::TransactionBehavior::IMMEDIATE);
+        SQLite::Statement st(*m_db, "DELETE FROM SteelQntTable WHERE MAINKEY = ?");
+        st.bind(1, cutBytes(mainKey, kMainKeyWidth));
+        const int n = st.exec();
+        tx.commit();
+        return n > 0;
+    });
+}
+
+std::size_t IronDatabase::deleteElementItems(ElementKind kind, std::string_view element) {
+    return guarded(m_path, [&] {
+        SQLite::Transaction tx(*m_db, SQLite::TransactionBehavior::IMMEDIATE);
+        SQLite::Statement st(*m_db,
+                             "DELETE FROM SteelQntTable WHERE GENERAL = ? AND BLDCLBEAM = ?");
+        st.bind(1, static_cast<int>(kind));
+        st.bind(2, storedElementName(element));
+        const int n = st.exec();
+        tx.commit();
+        return static_cast<std::size_t>(n);
+    });
+}
+
+std::size_t IronDatabase::deleteSlabItems(std::int16_t slab) {
+    if (slab == 0) {
+        return 0;
+    }
+    return guarded(m_path, [&] {
+        SQLite::Transaction tx(*m_db, SQLite::TransactionBehavior::IMMEDIATE);
+        SQLite::Statement st(*m_db, "DELETE FROM SteelQntTable WHERE CIELINDEX = ?");
+        st.bind(1, slab);
+        const int n = st.exec();
+        tx.commit();
+        return static_cast<std::size_t>(n);
+    });
+}
+
+std::vector<SteelItem> IronDatabase::elementQuantities(std::string_view element) const {
+    return guarded(m_path, [&] {
+        // rowid grows with each new row, so ties keep the order the items were stored in.
+        SQLite::Statement st(*m_db, std::string(kSelectItems) +
+                                        "WHERE BLDCLBEAM = ? ORDER BY DIAMETER, rowid");
+        st.bind(1, storedElementName(element));
+        return collect(st);
+    });
+}
+
+std::vector<SteelItem> IronDatabase::elementItemsByMark(std::string_view element) const {
+    return guarded(m_path, [&] {
+        SQLite::Statement st(*m_db, std::string(kSelectItems) +
+                                        "WHERE BLDCLBEAM = ? ORDER BY IRONINDEX, rowid");
+        st.bind(1, storedElementName(element));
+        return collect(st);
+    });
+}
+
+std::vector<SteelItem> IronDatabase::itemsByMark(ElementKind kind, std::string_view element) const {
+    return guarded(m_path, [&] {
+        SQLite::Statement st(*m_db,
+                             std::string(kSelectItems) +
+                                 "WHERE GENERAL = ? AND BLDCLBEAM = ? ORDER BY IRONINDEX, rowid");
+        st.bind(1, static_cast<int>(kind));
+        st.bind(2, storedElementName(element));
+        return collect(st);
+    });
+}
+
+std::vector<std::string> IronDatabase::elementNames() const {
+    return guarded(m_path, [&] {
+        SQLite::Statement st(*m_db, "SELECT BLDCLBEAM FROM SteelQntTable GROUP BY BLDCLBEAM "
+                                    "ORDER BY BLDCLBEAM");
+        std::vector<std::string> names;
+        while (st.executeStep()) {
+            names.push_back(st.getColumn(0).getString());
+        }
+        return names;
+    });
+}
+
+std::size_t IronDatabase::itemCount() const {
+    return guarded(m_path, [&] {
+        SQLite::Statement st(*m_db, "SELECT count(*) FROM SteelQntTable");
+        st.executeStep();
+        return static_cast<std::size_t>(st.getColumn(0).getInt64());
+    });
+}
+
+IronDatabase OpenIronDatabase(const fs::path& projectFolder) {
+    return IronDatabase::open(projectFolder);
+}
+
+std::size_t DeleteSlabQuantities(const fs::path& projectFolder, std::int16_t slab) {
+    if (slab == 0 || !core::findFileNoCase(projectFolder, kIronDatabaseFile)) {
+        return 0;
+    }
+    IronDatabase db = IronDatabase::open(projectFolder);
+    return db.deleteSlabItems(slab);
+}
+
+std::vector<SteelItem> ElementQuantities(const IronDatabase& db, std::string_view element) {
+    return db.elementQuantities(element);
+}
+
+} // namespace orvak::bars

@@ -1,0 +1,176 @@
+// The steel-quantity store of a project: one SQLite table of bar items (Iron.db), keyed by a
+// 19-character item key, with the lookups the quantity report and the item forms use.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace SQLite {
+class Database;
+}
+
+namespace orvak::bars {
+
+inline constexpr std::string_view kIronDatabaseFile = "Iron.db";
+/// The store of older installations, an Access (Jet) file; its items can be imported.
+inline constexpr std::string_view kLegacyIronDatabaseFile = "Iron.MDB";
+inline constexpr std::string_view kSteelTableName = "SteelQntTable";
+
+inline constexpr std::size_t kMainKeyWidth = 19;
+inline constexpr std::size_t kElementNameWidth = 10;
+inline constexpr std::size_t kDescriptionWidth = 25;
+
+/// How long a statement waits for another program's lock before giving up.
+inline constexpr int kIronDatabaseBusyMs = 2000;
+
+/// The kind of element an item belongs to, kept in the GENERAL field (its group marker).
+/// 0 is an item whose writer gave no kind.
+enum class ElementKind : std::int16_t { None = 0, Slab = 1, Footing = 2, Extra = 3 };
+
+/// The item key: "00.000.000.0000.000" with the five numbers written into characters 1-2,
+/// 4-6, 8-10, 12-15 and 17-19. Each number's decimal text (a minus sign kept) is prefixed
+/// with zeros and cut to its last 2, 3, 3, 4 or 3 characters, so a number too wide for its
+/// place keeps only its low digits: (1, 2, 15, 7, 0) gives "01.002.015.0007.000", and 1234
+/// in a 3-digit place gives "234".
+std::string makeMainKey(std::int32_t first, std::int32_t second, std::int32_t third,
+                        std::int32_t fourth, std::int32_t fifth);
+
+/// One bar item, a row of SteelQntTable. Text is single-byte, as the element files hold it.
+struct SteelItem {
+    std::string mainKey;          ///< MAINKEY
+    std::string element;          ///< BLDCLBEAM, at most 10 characters when stored
+    std::int16_t subBuilding = 0; ///< SUBBUILDNO
+    std::int16_t slab = 0;        ///< CIELINDEX, 0 when none
+    std::int16_t beam = 0;        ///< BEAMINDEX: number of the element within its kind and slab
+    std::int16_t mark = 0;        ///< IRONINDEX: the bar mark within the element
+    std::int16_t general = 0;     ///< GENERAL: the ElementKind of the item
+    float quantity = 0.0f;        ///< QUANTITY: number of bars
+    std::int16_t ironType = 0;    ///< IRONTYPE: bar kind
+    float diameterMm = 0.0f;      ///< DIAMETER
+    float lengthCm = 0.0f;        ///< LENGTH of one bar
+    std::int16_t shape = 0;       ///< SHAPE
+    std::int16_t sheet = 0;       ///< SHTINDX
+    std::string description;      ///< DESCRIPTION, stored trimmed, at most 25 characters
+
+    bool operator==(const SteelItem&) const = default;
+};
+
+/// An item entered by hand: element kind and element, its numbers, and the bar.
+struct ManualItem {
+    ElementKind kind = ElementKind::Extra;
+    std::string element;
+    std::int32_t subBuilding = 0;
+    std::int32_t slab = 0;
+    std::int32_t elementNumber = 0; ///< BEAMINDEX
+    std::int32_t mark = 0;          ///< IRONINDEX
+    float quantity = 0.0f;
+    float diameterMm = 0.0f;
+    float lengthCm = 0.0f;
+    std::int32_t shape = 0;
+    std::int32_t sheet = 0;
+    std::int32_t barKind = 0; ///< IRONTYPE
+    std::string description;
+};
+
+/// The row a manual item is saved as. Its key is made of (kind, slab, element number, mark,
+/// sub-building) in that order, each cut to its place; the element name is cut to 10
+/// characters and right-trimmed; the description is trimmed on both sides and cut to 25.
+/// Throws InputError when a number does not fit a 16-bit field or a value is not finite.
+SteelItem itemFromManual(const ManualItem& manual);
+
+/// The element name as stored and looked up: its first 10 characters, trailing blanks cut.
+std::string storedElementName(std::string_view element);
+
+/// The project's steel-quantity store, held open while the project is worked on. Every error
+/// of the database (damaged file, file locked by another program, full disk) is thrown as a
+/// FileError with one plain sentence; a failed write changes nothing.
+class IronDatabase {
+public:
+    enum class SaveKind { Added, Edited };
+
+    /// `OpenIronDatabase`: opens Iron.db of the project folder, creating it with the table and
+    /// its eight indexes when it does not exist (or is an empty file). A file that is not a
+    /// database, or holds a different table of that name, is refused and left untouched.
+    static IronDatabase open(const std::filesystem::path& projectFolder,
+                             int busyTimeoutMs = kIronDatabaseBusyMs);
+    /// The same for a store at an explicit file path (an import builds one under a
+    /// temporary name).
+    static IronDatabase openFile(const std::filesystem::path& file,
+                                 int busyTimeoutMs = kIronDatabaseBusyMs);
+
+    IronDatabase(IronDatabase&&) noexcept;
+    IronDatabase& operator=(IronDatabase&&) noexcept;
+    ~IronDatabase();
+
+    const std::filesystem::path& path() const { return m_path; }
+
+    /// Edit-or-add by key: a row with the item's MAINKEY is changed in place, else a row is
+    /// added. The element name is cut to 10 characters, the description trimmed and cut to
+    /// 25, the key cut to 19.
+    SaveKind saveItem(const SteelItem& item);
+    /// Saves many items in one transaction (all or none); returns how many were added.
+    std::size_t saveItems(const std::vector<SteelItem>& items);
+    std::optional<SteelItem> findItem(std::string_view mainKey) const;
+    /// `delqnt`: deletes the item of that key; false when there was none.
+    bool deleteItem(std::string_view mainKey);
+    /// `QntDelall`: deletes every item of the element kind and element; returns how many.
+    std::size_t deleteElementItems(ElementKind kind, std::string_view element);
+    /// Deletes every item of slab `slab`; slab 0 deletes nothing.
+    std::size_t deleteSlabItems(std::int16_t slab);
+
+    /// `ElementQuantities`: the items of an element in ascending diameter; items of equal
+    /// diameter in the order they were first stored.
+    std::vector<SteelItem> elementQuantities(std::string_view element) const;
+    /// The items of an element by bar mark (ties in the order they were first stored).
+    std::vector<SteelItem> elementItemsByMark(std::string_view element) const;
+    /// The items of an element kind and element by bar mark (the list of the item form).
+    std::vector<SteelItem> itemsByMark(ElementKind kind, std::string_view element) const;
+    /// The distinct element names that hold items, in ascending order (case-blind).
+    std::vector<std::string> elementNames() const;
+    std::size_t itemCount() const;
+
+private:
+    IronDatabase(std::filesystem::path path, std::unique_ptr<SQLite::Database> db);
+
+    std::filesystem::path m_path;
+    std::unique_ptr<SQLite::Database> m_db;
+};
+
+/// `OpenIronDatabase` of the project folder.
+IronDatabase OpenIronDatabase(const std::filesystem::path& projectFolder);
+
+/// `DeleteSlabQuantities`: deletes every item of a slab from the project's store. Slab 0
+/// deletes nothing and opens nothing; a project without Iron.db has nothing to delete (no
+/// store is made). Returns the number of items deleted.
+std::size_t DeleteSlabQuantities(const std::filesystem::path& projectFolder, std::int16_t slab);
+
+/// `ElementQuantities` of an open store.
+std::vector<SteelItem> ElementQuantities(const IronDatabase& db, std::string_view element);
+
+/// Iron.db of the project folder, found without regard to case, or the path it will get.
+std::filesystem::path ironDatabasePath(const std::filesystem::path& projectFolder);
+
+/// True when the project holds a legacy Iron.MDB and no Iron.db: the forms then offer to
+/// import the old items (importLegacyIronDatabase) before anything makes an empty store.
+bool legacyImportOffered(const std::filesystem::path& projectFolder);
+
+struct LegacyImportResult {
+    bool available = false; ///< false: this build cannot read Access files (see message)
+    std::size_t imported = 0;
+    std::size_t skipped = 0; ///< rows without a key, or whose key came twice
+    std::string message;     ///< one plain sentence about the outcome
+};
+
+/// Imports the rows of SteelQntTable of the project's Iron.MDB into a new Iron.db. The new
+/// store is built beside the project under a temporary name and renamed into place only
+/// when complete, so a failed import leaves no Iron.db behind. Throws InputError when
+/// Iron.db exists already or there is no Iron.MDB; FileError when Iron.MDB cannot be read.
+LegacyImportResult importLegacyIronDatabase(const std::filesystem::path& projectFolder);
+
+} // namespace orvak::bars

@@ -1,0 +1,296 @@
+// Projdata: the project-data form. One grid row per field of GEN.CST that the user edits,
+// each with its own width and range; Save checks every row, stamps the date and writes the
+// record, Exit leaves (asking first when something was changed).
+#include "shell/forms/projdata_form.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <array>
+#include <cmath>
+
+#include "core/error.h"
+#include "shell/project_record.h"
+#include "shell/projects.h"
+#include "ui/general_prompts.h"
+#include "ui/input_grid.h"
+#include "ui/qt_text.h"
+
+namespace orvak::ui {
+
+namespace {
+
+constexpr std::string_view kPromptKey = "Projdata";
+/// Prompts 1-21 label the fields; the form's own texts follow.
+constexpr std::size_t kCaptionPrompt = 22;
+constexpr std::size_t kSavePrompt = 23;
+constexpr std::size_t kExitPrompt = 24;
+constexpr std::size_t kValueHeadingPrompt = 25;
+constexpr std::size_t kSavedPrompt = 26;
+constexpr std::size_t kPromptCount = 26;
+
+/// Visible width of the value column in characters; longer texts (the work folder) scroll.
+constexpr int kVisibleChars = 40;
+
+struct FieldRule {
+    const char* descriptor; ///< one column: access, kind, "II.D,"
+    const char* limits;     ///< minimum and maximum of the number fields
+    int width;              ///< characters a text field holds in GEN.CST
+    const char* label;      ///< English label when the prompt file lacks it
+};
+
+// Text fields hold exactly their GEN.CST width; numbers carry their range.
+constexpr std::array<FieldRule, Projdata::kFieldCount> kFields = {{
+    {"1030.0,", "", 30, "Title line 1"},
+    {"1030.0,", "", 30, "Title line 2"},
+    {"1030.0,", "", 30, "Title line 3"},
+    {"1030.0,", "", 30, "Title line 4"},
+    {"1030.0,", "", 30, "Title line 5"},
+    {"1030.0,", "", 30, "Title line 6"},
+    {"1030.0,", "", 30, "Title line 7"},
+    {"1030.0,", "", 30, "Title line 8"},
+    {"1010.0,", "", 10, "Short text 1"},
+    {"1010.0,", "", 10, "Short text 2"},
+    {"1030.0,", "", 30, "Text 9"},
+    {"1030.0,", "", 30, "Text 10"},
+    {"1030.0,", "", 30, "Text 11"},
+    {"1012.0,", "", 12, "Code 1"},
+    {"1012.0,", "", 12, "Code 2"},
+    {"1099.0,", "", 99, "Work folder"},
+    {"1101.0,", "@1:1@2:2", 0, "Choice (1 or 2)"},
+    {"1030.0,", "", 30, "Text 12"},
+    {"1103.0,", "@1:1@2:199", 0, "Count (1 to 199)"},
+    {"0030.0,", "", 30, "Date"},
+    {"1103.2,", "@1:0@2:999.99", 0, "Value (0 to 999.99)"},
+}};
+
+std::string upperAscii(std::string text) {
+    for (char& c : text) {
+        if (c >= 'a' && c <= 'z') {
+            c = static_cast<char>(c - 'a' + 'A');
+        }
+    }
+    return text;
+}
+
+std::string trimmedBlanks(const std::string& text) {
+    const auto first = text.find_first_not_of(' ');
+    if (first == std::string::npos) {
+        return {};
+    }
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+/// The text rows of the grid in GEN.CST order (the number rows and the date are apart).
+std::array<std::string*, 17> textFields(shell::ProjectRecord& r) {
+    return {&r.titleLines[0], &r.titleLines[1], &r.titleLines[2], &r.titleLines[3],
+            &r.titleLines[4], &r.titleLines[5], &r.titleLines[6], &r.titleLines[7],
+            &r.shortTexts[0], &r.shortTexts[1], &r.texts9to11[0], &r.texts9to11[1],
+            &r.texts9to11[2], &r.codes[0],      &r.codes[1],      &r.workFolder,
+            &r.text12};
+}
+
+/// Grid row of each entry of textFields().
+constexpr std::array<int, 17> kTextRows = {
+    0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, Projdata::kWorkFolderRow, 17};
+
+} // namespace
+
+Projdata::Projdata(shell::ShellState& shell, QWidget* parent)
+    : QWidget(parent), m_shell(shell), m_grid(new InputGrid(this)),
+      m_saveButton(new QPushButton(this)), m_exitButton(new QPushButton(this)) {
+    setObjectName(QStringLiteral("Projdata"));
+    ORVAK_ASSERT(m_shell.hasProject());
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    buttons->addWidget(m_saveButton);
+    buttons->addWidget(m_exitButton);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_grid, 1);
+    layout->addLayout(buttons);
+
+    connect(m_saveButton, &QPushButton::clicked, this, [this] { save(); });
+    connect(m_exitButton, &QPushButton::clicked, this, [this] {
+        // Inside the main window the sub-window closes, which asks this form first.
+        if (auto* sub = qobject_cast<QMdiSubWindow*>(parentWidget())) {
+            sub->close();
+        } else {
+            close();
+        }
+    });
+
+    readPrompts();
+    loadRecord();
+}
+
+void Projdata::readPrompts() {
+    m_prompts =
+        shell::readPrompts(m_shell.programFolder, m_shell.language(), kPromptKey, 2, kPromptCount);
+    const auto prompt = [this](std::size_t n, std::string_view fallback) {
+        return formPrompt(m_prompts, n, fallback, m_shell.language());
+    };
+
+    InputGridSetup setup;
+    setup.rows = kFieldCount;
+    setup.columns = 1;
+    for (int row = 0; row < kFieldCount; ++row) {
+        setup.descriptors.emplace_back(kFields[static_cast<std::size_t>(row)].descriptor);
+        setup.limitStrings.emplace_back(kFields[static_cast<std::size_t>(row)].limits);
+        setup.rowHeadings.append(label(row));
+    }
+    setup.columnHeadings = {prompt(kValueHeadingPrompt, "Value")};
+    setup.columnWidths = {kVisibleChars};
+    setup.rangeMessage = generalPrompt(m_shell, General::RangeMessage);
+    setup.notANumberMessage = generalPrompt(m_shell, General::NotANumber);
+
+    // A new language relabels the grid; what the user typed stays, and so does the fact that
+    // it is not saved yet.
+    const bool hadCells = m_grid->model()->rowCount() == kFieldCount;
+    QStringList texts;
+    if (hadCells) {
+        m_changedBeforeRelabel = m_changedBeforeRelabel || m_grid->isChanged();
+        for (int row = 0; row < kFieldCount; ++row) {
+            texts.append(m_grid->cellText(row, 0));
+        }
+    }
+    m_grid->setup(setup);
+    if (hadCells) {
+        for (int row = 0; row < kFieldCount; ++row) {
+            m_grid->setCellText(row, 0, texts.at(row));
+        }
+    }
+    // All 21 fields at once: the form is short enough not to need a scroll bar.
+    QTableView* view = m_grid->view();
+    view->horizontalHeader()->setStretchLastSection(true);
+    m_grid->setMinimumHeight(view->verticalHeader()->defaultSectionSize() * kFieldCount +
+                             view->horizontalHeader()->sizeHint().height() +
+                             2 * view->frameWidth());
+
+    setWindowTitle(prompt(kCaptionPrompt, "Project data") + QStringLiteral(" - ") +
+                   QString::fromStdString(m_shell.projectName));
+    m_saveButton->setText(prompt(kSavePrompt, "Save"));
+    m_exitButton->setText(prompt(kExitPrompt, "Exit"));
+}
+
+QString Projdata::label(int row) const {
+    return formPrompt(m_prompts, static_cast<std::size_t>(row) + 1,
+                      kFields[static_cast<std::size_t>(row)].label, m_shell.language());
+}
+
+void Projdata::loadRecord() {
+    shell::ProjectRecord record = m_shell.project;
+    const auto& language = m_shell.language();
+    const auto texts = textFields(record);
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        m_grid->setCellText(kTextRows[i], 0, toQString(*texts[i], language));
+    }
+    m_grid->setCellText(kChoiceRow, 0, QString::number(record.choice));
+    m_grid->setCellText(kCountRow, 0, QString::number(record.count));
+    m_grid->setCellText(kDateRow, 0, toQString(record.dateText, language));
+    m_grid->setCellText(kValueRow, 0, QString::number(static_cast<double>(record.value), 'f', 2));
+    m_grid->clearChanged();
+    m_changedBeforeRelabel = false;
+}
+
+bool Projdata::isChanged() const {
+    return m_changedBeforeRelabel || m_grid->isChanged();
+}
+
+QString Projdata::dateStamp(const QDate& date) {
+    return date.toString(QStringLiteral("dd-MM-yyyy"));
+}
+
+void Projdata::setMessageHook(std::function<void(const QString&)> hook) {
+    m_messageHook = hook;
+    m_grid->setMessageHook(std::move(hook));
+}
+
+void Projdata::showCell(int row) {
+    if (isVisible()) {
+        m_grid->focusCell(row, 0);
+    }
+}
+
+void Projdata::tell(const QString& message) const {
+    if (m_messageHook) {
+        m_messageHook(message);
+    } else {
+        QMessageBox::warning(const_cast<Projdata*>(this), windowTitle(), message);
+    }
+}
+
+bool Projdata::save() {
+    const auto& language = m_shell.language();
+    InputGridModel* model = m_grid->model();
+
+    // Every row is checked before anything is written: one refused field saves nothing.
+    for (int row = 0; row < kFieldCount; ++row) {
+        if (model->accessAt(row, 0) == 0) {
+            continue;
+        }
+        const QString text = m_grid->cellText(row, 0);
+        if (model->kindAt(row, 0) == 1) {
+            const QString refusal = refusedNumberMessage(m_shell, *model, row, 0);
+            if (!refusal.isEmpty()) {
+                tell(refusal);
+                showCell(row);
+                return false;
+            }
+            continue;
+        }
+        const int width = kFields[static_cast<std::size_t>(row)].width;
+        if (static_cast<int>(fromQString(text, language).size()) > width) {
+            tell(generalPrompt(m_shell, General::TextTooLong).arg(label(row)).arg(width));
+            showCell(row);
+            return false;
+        }
+    }
+
+    // Fields the form does not show (codes, values, output settings) keep what they held.
+    shell::ProjectRecord record = m_shell.project;
+    const auto texts = textFields(record);
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        *texts[i] = fromQString(m_grid->cellText(kTextRows[i], 0), language);
+    }
+    record.workFolder = upperAscii(trimmedBlanks(record.workFolder));
+    record.choice = static_cast<std::int16_t>(std::lround(m_grid->cellNumber(kChoiceRow, 0)));
+    record.count = static_cast<std::int16_t>(std::lround(m_grid->cellNumber(kCountRow, 0)));
+    record.value = static_cast<float>(m_grid->cellNumber(kValueRow, 0));
+    record.dateText = fromQString(dateStamp(QDate::currentDate()), language);
+    if (record.sheetName.empty()) {
+        record.sheetName = std::string(shell::kDefaultSheetName);
+    }
+
+    try {
+        shell::writeProjectRecord(m_shell.projectPath(), record);
+    } catch (const FileError& e) {
+        tell(QString::fromUtf8(e.what()));
+        return false;
+    }
+    record.valid = true;
+    m_shell.project = record;
+    m_shell.sheetName = record.sheetName;
+    shell::setWorkFolder(m_shell, record.workFolder);
+
+    m_grid->setCellText(kWorkFolderRow, 0, toQString(record.workFolder, language));
+    m_grid->setCellText(kDateRow, 0, toQString(record.dateText, language));
+    m_grid->clearChanged();
+    m_changedBeforeRelabel = false;
+    emit saved(formPrompt(m_prompts, kSavedPrompt, "The project data were saved.", language));
+    return true;
+}
+
+void Projdata::closeEvent(QCloseEvent* event) {
+    if (!isChanged() || mayLeaveForm(this, m_shell, m_askHook, [this] { return save(); })) {
+        event->accept();
+    } else {
+        event->ignore();
+    }
+}
+
+} // namespace orvak::ui

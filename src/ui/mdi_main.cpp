@@ -1,0 +1,669 @@
+// The main window: menu bar built from one table of captions (the order of the MdiMain prompt
+// file), the MDI area of the forms, the status bar of the projects folder and project, the
+// parameter file of the open project, and the window geometry kept in the GENERAL folder.
+#include "ui/mdi_main.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFrame>
+#include <QIcon>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPainter>
+#include <QPixmap>
+#include <QPlainTextEdit>
+#include <QScreen>
+#include <QScrollBar>
+#include <QSettings>
+#include <QStatusBar>
+#include <QTextBlock>
+#include <array>
+#include <string_view>
+
+#include "core/error.h"
+#include "shell/forms/gsetting_form.h"
+#include "shell/forms/openlib_form.h"
+#include "shell/forms/projdata_form.h"
+#include "shell/projects.h"
+#include "shell/startup.h"
+#include "ui/general_prompts.h"
+#include "ui/text_viewer.h"
+
+namespace fs = std::filesystem;
+
+namespace orvak::ui {
+
+namespace {
+
+enum class Entry { Menu, Item, Separator, SubItem };
+
+struct FrameEntry {
+    Entry kind;
+    std::string_view caption; ///< the caption as stored, shown when the prompt file lacks it
+};
+
+// Every caption of the menu bar in menu order; line n + 1 of the MdiMain prompt file holds
+// caption n. A menu's items form its control array, numbered from 0 with separators counted.
+constexpr std::array kFrameEntries = {
+    FrameEntry{Entry::Menu, "Project"},
+    FrameEntry{Entry::Item, "Projects Dir"},
+    FrameEntry{Entry::Separator, "-"},
+    FrameEntry{Entry::Item, "Project data"},
+    FrameEntry{Entry::Item, "Archeive of projects"},
+    FrameEntry{Entry::Separator, "-"},
+    FrameEntry{Entry::Item, "new"},
+    FrameEntry{Entry::Item, "open"},
+    FrameEntry{Entry::Item, "copy"},
+    FrameEntry{Entry::Item, "delete"},
+    FrameEntry{Entry::Separator, "-"},
+    FrameEntry{Entry::Item, "exit"},
+    FrameEntry{Entry::Menu, "Cielling"},
+    FrameEntry{Entry::Item, "New"},
+    FrameEntry{Entry::Item, "Select"},
+    FrameEntry{Entry::Item, "Data"},
+    FrameEntry{Entry::Separator, "-"},
+    FrameEntry{Entry::Item, "Thickness"},
+    FrameEntry{Entry::Menu, "Beam\\Rip"},
+    FrameEntry{Entry::Item, "Settings"},
+    FrameEntry{Entry::Separator, "-"},
+    FrameEntry{Entry::Item, "Thickness"},
+    FrameEntry{Entry::Separator, "-"},
+    FrameEntry{Entry::Item, "Analysis and Design"},
+    FrameEntry{Entry::Item, "Long time deflection calculation"},
+    FrameEntry{Entry::Menu, "Columns"},
+    FrameEntry{Entry::Item, "Settings"},
+    FrameEntry{Entry::Item, "Columns data"},
+    FrameEntry{Entry::Item, "Down load on columns from slabs"},
+    FrameEntry{Entry::Item, "Groups data/Design"},
+    FrameEntry{Entry::Menu, "Foundation"},
+    FrameEntry{Entry::Item, "Settings"},
+    FrameEntry{Entry::Item, "Columns necks data"},
+    FrameEntry{Entry::Item, "Columns necks Groups data"},
+    FrameEntry{Entry::Separator, "-"},
+    FrameEntry{Entry::Item, "Foundation Groups/Design"},
+    FrameEntry{Entry::Menu, "Graphics"},
+    FrameEntry{Entry::Menu, "Quantities"},
+    FrameEntry{Entry::Item, "Steel update"},
+    FrameEntry{Entry::Item, "steel print"},
+    FrameEntry{Entry::Menu, "Setting"},
+    FrameEntry{Entry::Item, "Software"},
+    FrameEntry{Entry::Item, "Printer"},
+    FrameEntry{Entry::Item, "plotter "},
+    FrameEntry{Entry::SubItem, "Config"},
+    FrameEntry{Entry::SubItem, "pages data"},
+    FrameEntry{Entry::Separator, "-"},
+    FrameEntry{Entry::Item, "Areas for bars"},
+    FrameEntry{Entry::Item, "Areas for spacing"},
+    FrameEntry{Entry::Item, "Filling"},
+    FrameEntry{Entry::Item, "NetWork Iron"},
+    FrameEntry{Entry::Menu, "Reports"},
+    FrameEntry{Entry::Item, "Beam/Rip"},
+    FrameEntry{Entry::Item, "Columns groups"},
+    FrameEntry{Entry::Item, "Foundations columns necks groups"},
+    FrameEntry{Entry::Item, "Foundations groups"},
+    FrameEntry{Entry::Menu, "Help"},
+    FrameEntry{Entry::Item, "Contents"},
+    FrameEntry{Entry::Item, "&Input data"},
+    FrameEntry{Entry::Item, "&Graphics"},
+    FrameEntry{Entry::Item, "&Settings"},
+    FrameEntry{Entry::Item, "Steel &quantities"},
+    FrameEntry{Entry::Item, "&Report"},
+};
+
+/// Whether the form behind an item exists yet; the others are shown disabled.
+bool isAvailable(MainMenu menu, int index) {
+    switch (menu) {
+    case MainMenu::Project:
+    case MainMenu::Help:
+        return true;
+    case MainMenu::Setting:
+        return index == setting_item::kSoftware;
+    default:
+        return false;
+    }
+}
+
+constexpr std::string_view kHelpKey = "HELP";
+constexpr const char* kHelpViewerName = "HelpViewer";
+constexpr const char* kGeometryFileName = "orvak-window.ini";
+/// The frame is sized to the screen less 410 twips, 27 pixels at 15 twips a pixel.
+constexpr int kScreenMarginPx = 27;
+constexpr int kTwipsPerPixel = 15;
+constexpr int kUiPointSize = 10;
+
+/// The program's icon, drawn rather than shipped: the initial on the frame's blue.
+QIcon programIcon() {
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 64}) {
+        QPixmap pixmap(size, size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(QColor(0x2f, 0x5f, 0x9e));
+        painter.drawRoundedRect(QRectF(0.5, 0.5, size - 1.0, size - 1.0), size / 6.0, size / 6.0);
+        QFont font(QStringLiteral("DejaVu Sans"));
+        font.setBold(true);
+        font.setPixelSize(size * 3 / 4);
+        painter.setFont(font);
+        painter.setPen(Qt::white);
+        painter.drawText(QRect(0, 0, size, size), Qt::AlignCenter, QStringLiteral("O"));
+        painter.end();
+        icon.addPixmap(pixmap);
+    }
+    return icon;
+}
+
+QString fromUtf8(const std::string& text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+/// A path reads left to right also inside a Hebrew sentence: it is isolated as one
+/// left-to-right run, so that its leading "/" stays in front.
+QString leftToRight(const QString& text) {
+    return QChar(0x2066) + text + QChar(0x2069);
+}
+
+bool isFile(const fs::path& path) {
+    std::error_code ec;
+    return !path.empty() && fs::is_regular_file(path, ec);
+}
+
+} // namespace
+
+MdiMain::MdiMain(shell::ShellState& shell, QWidget* parent)
+    : QMainWindow(parent), m_shell(shell), m_mdi(new QMdiArea(this)),
+      m_openlib(std::make_unique<Openlib>(shell, this)), m_projectsFolderLabel(new QLabel(this)),
+      m_projectLabel(new QLabel(this)) {
+    m_shell.loading = true;
+    setObjectName(QString::fromLatin1(m_shell.frameKey.data(),
+                                      static_cast<qsizetype>(m_shell.frameKey.size())));
+    applyFonts();
+    setWindowIcon(programIcon());
+
+    m_mdi->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_mdi->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setCentralWidget(m_mdi);
+    // Projects folder | project path, each in its own field of the status bar.
+    m_projectsFolderLabel->setContentsMargins(4, 0, 8, 0);
+    m_projectLabel->setContentsMargins(8, 0, 4, 0);
+    auto* divider = new QFrame(this);
+    divider->setFrameShape(QFrame::VLine);
+    divider->setFrameShadow(QFrame::Sunken);
+    statusBar()->addWidget(m_projectsFolderLabel, 1);
+    statusBar()->addWidget(divider);
+    statusBar()->addWidget(m_projectLabel, 2);
+    buildMenus();
+    m_openlib->setLeaveProjectCheck([this] { return closeChildWindows(); });
+
+    ReadAllPrompts();
+    restoreWindowGeometry();
+    if (m_shell.screenWidthTwips > 0) {
+        m_shell.workAreaHeightTwips =
+            static_cast<std::int16_t>(height() * kTwipsPerPixel - m_shell.toolAreaHeightTwips - 50);
+    }
+    openParameterFile();
+    m_shell.loading = false;
+}
+
+MdiMain::~MdiMain() = default;
+
+void MdiMain::applyFonts() {
+    // The program's faces: a proportional face for captions and buttons, a fixed-width face
+    // for what the user types and for listings. DejaVu carries the Hebrew letters as well.
+    QFont captions(QStringLiteral("DejaVu Sans"), kUiPointSize);
+    QApplication::setFont(captions);
+    QFont fixed(QStringLiteral("DejaVu Sans Mono"), kUiPointSize);
+    fixed.setStyleHint(QFont::Monospace);
+    fixed.setFixedPitch(true);
+    QApplication::setFont(fixed, "QLineEdit");
+    QApplication::setFont(fixed, "QPlainTextEdit");
+    QApplication::setFont(fixed, "QTextEdit");
+}
+
+void MdiMain::buildMenus() {
+    QMenu* current = nullptr;
+    QMenu* submenu = nullptr;
+    int menuNumber = -1;
+    for (std::size_t i = 0; i < kFrameEntries.size(); ++i) {
+        const FrameEntry& entry = kFrameEntries[i];
+        const QString caption =
+            QString::fromLatin1(entry.caption.data(), static_cast<qsizetype>(entry.caption.size()));
+        const bool nextIsSubItem =
+            i + 1 < kFrameEntries.size() && kFrameEntries[i + 1].kind == Entry::SubItem;
+        QAction* action = nullptr;
+        switch (entry.kind) {
+        case Entry::Menu: {
+            ++menuNumber;
+            const auto menu = static_cast<MainMenu>(menuNumber);
+            const bool hasItems =
+                i + 1 < kFrameEntries.size() && kFrameEntries[i + 1].kind != Entry::Menu;
+            if (hasItems) {
+                current = menuBar()->addMenu(caption);
+                m_menus[static_cast<std::size_t>(menuNumber)] = current;
+                action = current->menuAction();
+            } else {
+                // A menu-bar entry that opens its form at once (Graphics).
+                current = nullptr;
+                action = menuBar()->addAction(caption);
+                action->setEnabled(isAvailable(menu, 0));
+            }
+            m_menuActions[static_cast<std::size_t>(menuNumber)] = action;
+            submenu = nullptr;
+            break;
+        }
+        case Entry::Separator:
+            action = current->addSeparator();
+            break;
+        case Entry::Item: {
+            const auto menu = static_cast<MainMenu>(menuNumber);
+            const int index = static_cast<int>(current->actions().size());
+            if (nextIsSubItem) {
+                submenu = current->addMenu(caption);
+                action = submenu->menuAction();
+                if (menu == MainMenu::Setting) {
+                    m_plotterMenu = submenu;
+                }
+            } else {
+                action = current->addAction(caption);
+                connect(action, &QAction::triggered, this,
+                        [this, menu, index] { menuItemClicked(menu, index); });
+            }
+            action->setEnabled(isAvailable(menu, index));
+            break;
+        }
+        case Entry::SubItem:
+            // Items of a sub-menu have no handler of their own until their forms exist.
+            action = submenu->addAction(caption);
+            action->setEnabled(false);
+            break;
+        }
+        m_captionActions.push_back(action);
+    }
+}
+
+QAction* MdiMain::menuAction(MainMenu menu) const {
+    return m_menuActions.at(static_cast<std::size_t>(menu));
+}
+
+QMenu* MdiMain::menu(MainMenu menu) const {
+    return m_menus.at(static_cast<std::size_t>(menu));
+}
+
+QAction* MdiMain::menuItem(MainMenu which, int index) const {
+    const QMenu* drop = menu(which);
+    if (!drop || index < 0 || index >= drop->actions().size()) {
+        return nullptr;
+    }
+    return drop->actions().at(index);
+}
+
+QAction* MdiMain::plotterItem(int index) const {
+    if (!m_plotterMenu || index < 0 || index >= m_plotterMenu->actions().size()) {
+        return nullptr;
+    }
+    return m_plotterMenu->actions().at(index);
+}
+
+void MdiMain::ReadAllPrompts() {
+    try {
+        shell::loadShellPrompts(m_shell);
+    } catch (const FileError& e) {
+        tell(QString::fromUtf8(e.what()));
+    }
+    const shell::PromptList prompts =
+        shell::readPrompts(m_shell.programFolder, m_shell.language(), shell::kMainFramePromptKey, 2,
+                           kFrameEntries.size());
+    for (std::size_t i = 0; i < kFrameEntries.size(); ++i) {
+        if (kFrameEntries[i].kind == Entry::Separator) {
+            continue;
+        }
+        m_captionActions[i]->setText(
+            formPrompt(prompts, i + 1, kFrameEntries[i].caption, m_shell.language()));
+    }
+    // Hebrew (and any language but English) reads from right to left: the whole application
+    // is mirrored, menus, forms and grids alike.
+    QApplication::setLayoutDirection(m_shell.rightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    m_openlib->readPrompts();
+    refreshProjectDisplay();
+    reloadChildPrompts();
+}
+
+void MdiMain::reloadChildPrompts() {
+    for (QMdiSubWindow* sub : m_mdi->subWindowList()) {
+        QWidget* form = sub->widget();
+        if (form && form->metaObject()->indexOfMethod("readPrompts()") >= 0) {
+            QMetaObject::invokeMethod(form, "readPrompts");
+        }
+    }
+}
+
+QString MdiMain::captionText() const {
+    QString caption = fromUtf8(m_shell.title);
+    if (m_shell.hasProject()) {
+        caption += QStringLiteral(" - ") + fromUtf8(m_shell.projectName);
+    }
+    return caption;
+}
+
+QString MdiMain::projectsFolderText() const {
+    const QString folder = m_shell.last.projectsFolder.empty()
+                               ? generalPrompt(m_shell, General::NoneShown)
+                               : leftToRight(fromUtf8(m_shell.last.projectsFolder));
+    return generalPrompt(m_shell, General::ProjectsFolder) + QLatin1Char(' ') + folder;
+}
+
+QString MdiMain::projectText() const {
+    const QString project = m_shell.hasProject() ? leftToRight(fromUtf8(m_shell.last.projectPath))
+                                                 : generalPrompt(m_shell, General::NoneShown);
+    return generalPrompt(m_shell, General::Project) + QLatin1Char(' ') + project;
+}
+
+void MdiMain::refreshProjectDisplay() {
+    setWindowTitle(captionText());
+    m_projectsFolderLabel->setText(projectsFolderText());
+    m_projectLabel->setText(projectText());
+}
+
+void MdiMain::tell(const QString& message) const {
+    if (m_messageHook) {
+        m_messageHook(message);
+    } else {
+        QMessageBox::warning(const_cast<MdiMain*>(this), windowTitle(), message);
+    }
+}
+
+void MdiMain::showStartupWarnings() {
+    for (const auto& warning : m_shell.warnings) {
+        tell(fromUtf8(warning));
+    }
+    m_shell.warnings.clear();
+}
+
+void MdiMain::menuItemClicked(MainMenu menu, int index) {
+    switch (menu) {
+    case MainMenu::Project:
+        projectMenuClick(index);
+        break;
+    case MainMenu::Setting:
+        settingMenuClick(index);
+        break;
+    case MainMenu::Help:
+        helpMenuClick(index);
+        break;
+    default:
+        // The forms of the other menus are not part of the program yet; their items are
+        // disabled, so no click arrives here.
+        break;
+    }
+}
+
+void MdiMain::projectMenuClick(int index) {
+    switch (index) {
+    case project_item::kProjectsDir:
+        if (m_openlib->chooseProjectsFolder()) {
+            try {
+                shell::saveLastProjectState(m_shell);
+            } catch (const FileError& e) {
+                tell(QString::fromUtf8(e.what()));
+            }
+            refreshProjectDisplay();
+            statusBar()->showMessage(m_openlib->projectListSummary(), 8000);
+        }
+        break;
+    case project_item::kProjectData:
+        openProjdata();
+        break;
+    case project_item::kArchive:
+        m_openlib->archiveProject();
+        break;
+    case project_item::kNew:
+        if (m_openlib->newProject()) {
+            projectChanged();
+        }
+        break;
+    case project_item::kOpen:
+        if (m_openlib->openProject()) {
+            projectChanged();
+        }
+        break;
+    case project_item::kCopy:
+        m_openlib->copyProject();
+        break;
+    case project_item::kDelete:
+        m_openlib->deleteProject();
+        break;
+    case project_item::kExit:
+        close();
+        break;
+    default:
+        break;
+    }
+}
+
+void MdiMain::settingMenuClick(int index) {
+    if (index == setting_item::kSoftware) {
+        openGsetting();
+    }
+}
+
+void MdiMain::helpMenuClick(int index) {
+    openHelp(index);
+}
+
+void MdiMain::projectChanged() {
+    openParameterFile();
+    try {
+        shell::saveLastProjectState(m_shell);
+    } catch (const FileError& e) {
+        tell(QString::fromUtf8(e.what()));
+    }
+    refreshProjectDisplay();
+}
+
+void MdiMain::openParameterFile() {
+    m_parameters.close();
+    if (!m_shell.hasProject()) {
+        return;
+    }
+    try {
+        m_parameters.open(m_shell.projectPath());
+    } catch (const FileError& e) {
+        tell(QString::fromUtf8(e.what()));
+    }
+}
+
+QMdiSubWindow* MdiMain::findChildWindow(const char* objectName) const {
+    for (QMdiSubWindow* sub : m_mdi->subWindowList()) {
+        if (sub->widget() && sub->widget()->objectName() == QLatin1String(objectName)) {
+            return sub;
+        }
+    }
+    return nullptr;
+}
+
+QMdiSubWindow* MdiMain::addChildWindow(QWidget* form) {
+    QMdiSubWindow* sub = m_mdi->addSubWindow(form);
+    sub->setAttribute(Qt::WA_DeleteOnClose);
+    form->show();
+    // Room for the whole form where the work area allows it.
+    const QSize wanted = sub->sizeHint();
+    const QSize room = m_mdi->viewport()->size();
+    if (room.isValid() && !room.isEmpty()) {
+        sub->resize(std::min(wanted.width(), room.width()),
+                    std::min(wanted.height(), room.height()));
+    }
+    sub->show();
+    // The area places a new window itself (at its leading corner, mirrored for Hebrew); keep
+    // the whole window inside the visible work area.
+    if (room.isValid() && !room.isEmpty()) {
+        QRect placed = sub->geometry();
+        if (placed.right() > room.width() - 1) {
+            placed.moveRight(room.width() - 1);
+        }
+        if (placed.bottom() > room.height() - 1) {
+            placed.moveBottom(room.height() - 1);
+        }
+        placed.moveTopLeft(QPoint(std::max(placed.left(), 0), std::max(placed.top(), 0)));
+        sub->setGeometry(placed);
+    }
+    m_mdi->setActiveSubWindow(sub);
+    return sub;
+}
+
+bool MdiMain::closeChildWindows() {
+    for (QMdiSubWindow* sub : m_mdi->subWindowList()) {
+        if (!sub->close()) {
+            m_mdi->setActiveSubWindow(sub);
+            return false;
+        }
+    }
+    return true;
+}
+
+Projdata* MdiMain::openProjdata() {
+    if (QMdiSubWindow* open = findChildWindow("Projdata")) {
+        m_mdi->setActiveSubWindow(open);
+        return qobject_cast<Projdata*>(open->widget());
+    }
+    if (!m_shell.hasProject()) {
+        tell(generalPrompt(m_shell, General::NoProject));
+        return nullptr;
+    }
+    auto* form = new Projdata(m_shell);
+    connect(form, &Projdata::saved, this,
+            [this](const QString& message) { statusBar()->showMessage(message, 5000); });
+    addChildWindow(form);
+    return form;
+}
+
+Gsetting* MdiMain::openGsetting() {
+    if (QMdiSubWindow* open = findChildWindow("Gsetting")) {
+        m_mdi->setActiveSubWindow(open);
+        return qobject_cast<Gsetting*>(open->widget());
+    }
+    auto* form = new Gsetting(m_shell);
+    connect(form, &Gsetting::languageChanged, this, &MdiMain::ReadAllPrompts);
+    connect(form, &Gsetting::saved, this,
+            [this](const QString& message) { statusBar()->showMessage(message, 5000); });
+    addChildWindow(form);
+    return form;
+}
+
+EditAsc* MdiMain::openHelp(int index) {
+    // The help text follows the prompt-file rule (language folder, HELP & letter & ".TXT"),
+    // falling back to the English text.
+    std::string language = m_shell.language();
+    fs::path file = shell::promptFilePath(m_shell.programFolder, language, kHelpKey);
+    if (!isFile(file)) {
+        language = "English";
+        file = shell::promptFilePath(m_shell.programFolder, language, kHelpKey);
+    }
+    if (!isFile(file)) {
+        tell(generalPrompt(m_shell, General::HelpMissing));
+        return nullptr;
+    }
+
+    EditAsc* viewer = nullptr;
+    if (QMdiSubWindow* open = findChildWindow(kHelpViewerName)) {
+        viewer = qobject_cast<EditAsc*>(open->widget());
+        m_mdi->setActiveSubWindow(open);
+    } else {
+        viewer = new EditAsc;
+        viewer->setObjectName(QString::fromLatin1(kHelpViewerName));
+        viewer->setMessageHook([this](const QString& message) { tell(message); });
+        if (!viewer->openFile(fromUtf8(file.string()), language)) {
+            delete viewer;
+            return nullptr;
+        }
+        viewer->setActionTexts(generalPrompt(m_shell, General::Print),
+                               generalPrompt(m_shell, General::SaveAsPdf),
+                               generalPrompt(m_shell, General::Exit));
+        viewer->setWindowTitle(fromUtf8(m_shell.title) + QStringLiteral(" - ") +
+                               generalPrompt(m_shell, General::Help));
+        QMdiSubWindow* sub = addChildWindow(viewer);
+        const QSize room = m_mdi->viewport()->size();
+        sub->resize(std::min(680, room.width()), std::min(520, room.height()));
+    }
+
+    // Items after Contents open the text at their section, whose heading starts "<index>. ".
+    auto* text = viewer->findChild<QPlainTextEdit*>();
+    if (text) {
+        int line = 0;
+        if (index > 0) {
+            const QString heading = QString::number(index) + QStringLiteral(". ");
+            for (QTextBlock block = text->document()->begin(); block.isValid();
+                 block = block.next()) {
+                if (block.text().startsWith(heading)) {
+                    line = block.blockNumber();
+                    break;
+                }
+            }
+        }
+        QTextCursor cursor(text->document()->findBlockByNumber(line));
+        text->setTextCursor(cursor);
+        text->verticalScrollBar()->setValue(line);
+    }
+    return viewer;
+}
+
+QString MdiMain::geometryFile() const {
+    return fromUtf8((m_shell.generalFolder() / kGeometryFileName).string());
+}
+
+void MdiMain::restoreWindowGeometry() {
+    QSettings settings(geometryFile(), QSettings::IniFormat);
+    if (settings.contains(QStringLiteral("MainWindow/geometry")) &&
+        restoreGeometry(settings.value(QStringLiteral("MainWindow/geometry")).toByteArray())) {
+        restoreState(settings.value(QStringLiteral("MainWindow/state")).toByteArray());
+        return;
+    }
+    // First start: at the screen's corner, as large as the screen less a small margin.
+    if (const QScreen* screen = QApplication::primaryScreen()) {
+        const QRect available = screen->availableGeometry();
+        move(available.topLeft());
+        resize(available.width() - kScreenMarginPx, available.height() - kScreenMarginPx);
+    }
+}
+
+void MdiMain::saveWindowGeometry() const {
+    QSettings settings(geometryFile(), QSettings::IniFormat);
+    settings.setValue(QStringLiteral("MainWindow/geometry"), saveGeometry());
+    settings.setValue(QStringLiteral("MainWindow/state"), saveState());
+    settings.sync();
+}
+
+void MdiMain::closeEvent(QCloseEvent* event) {
+    if (m_closed) {
+        event->accept();
+        return;
+    }
+    // Every form may still ask to save its changes; one that stays keeps the program open.
+    if (!closeChildWindows()) {
+        event->ignore();
+        return;
+    }
+    m_parameters.close();
+    try {
+        shell::closeProject(m_shell);
+    } catch (const std::exception& e) {
+        tell(QString::fromUtf8(e.what()));
+    }
+    try {
+        shell::saveLastProjectState(m_shell);
+    } catch (const FileError& e) {
+        tell(QString::fromUtf8(e.what()));
+    }
+    if (m_remembersGeometry) {
+        saveWindowGeometry();
+    }
+    m_closed = true;
+    event->accept();
+}
+
+} // namespace orvak::ui

@@ -1,0 +1,179 @@
+// Tests of the project commands: new, open, exit, list, copy, archive and delete, and the
+// refusals that leave the disk as it was (bad names, existing projects, unwritable places).
+#include "shell/projects.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <algorithm>
+
+#include "core/error.h"
+#include "support/temp_dir.h"
+
+namespace orvak::shell {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::vector<std::string> entries(const fs::path& folder) {
+    std::vector<std::string> names;
+    if (fs::exists(folder)) {
+        for (const auto& e : fs::directory_iterator(folder)) {
+            names.push_back(e.path().filename().string());
+        }
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+class Projects : public ::testing::Test {
+protected:
+    test::TempDir m_dir;
+    ShellState m_shell;
+    fs::path projects() const { return m_dir / "Projects"; }
+};
+
+TEST_F(Projects, NewCreatesTheFolderItsRecordAndScratchFolderAndMakesItCurrent) {
+    const fs::path job = newProject(m_shell, projects(), "  job ");
+    EXPECT_EQ(job, projects() / "job.prj");
+    const std::string gen = test::readBytes(job / "GEN.CST");
+    ASSERT_EQ(gen.size(), 611u);
+    EXPECT_EQ(gen[0], '1');
+    EXPECT_EQ(gen.substr(601), "Sheet1    ");
+    EXPECT_TRUE(fs::is_directory(job / "TMPDIR"));
+    EXPECT_EQ(m_shell.last.projectsFolder, projects().string() + "/");
+    EXPECT_EQ(m_shell.last.projectPath, job.string());
+    EXPECT_EQ(m_shell.projectName, "job.prj");
+    EXPECT_EQ(m_shell.sheetName, "Sheet1");
+
+    // ".prj" is appended without a test.
+    EXPECT_EQ(newProject(m_shell, projects(), "job.prj"), projects() / "job.prj.prj");
+}
+
+TEST_F(Projects, NewRefusesAnExistingProjectAndChangesNothing) {
+    const fs::path job = newProject(m_shell, projects(), "job");
+    test::writeBytes(job / "BEAMS.1", "beam data");
+    const std::string gen = test::readBytes(job / "GEN.CST");
+    ShellState other;
+    EXPECT_THROW(newProject(other, projects(), "job"), InputError);
+    EXPECT_THROW(newProject(other, projects(), "JOB"), InputError); // Windows names are case-blind
+    EXPECT_EQ(test::readBytes(job / "GEN.CST"), gen);
+    EXPECT_EQ(entries(job), (std::vector<std::string>{"BEAMS.1", "GEN.CST", "TMPDIR"}));
+    EXPECT_FALSE(other.hasProject());
+}
+
+TEST_F(Projects, NamesThatAreEmptyOrReachOutsideAreRefused) {
+    for (const char* name : {"", "   ", "a/b", "..", "../up", "a..b", "x\\y", "c:", "tab\tin"}) {
+        EXPECT_THROW(projectFolderName(name), InputError) << name;
+        EXPECT_THROW(newProject(m_shell, projects(), name), InputError) << name;
+    }
+    EXPECT_FALSE(fs::exists(projects()));
+    EXPECT_FALSE(m_shell.hasProject());
+}
+
+TEST_F(Projects, NewInAPlaceThatCannotHoldFoldersFailsAndLeavesNothing) {
+    // A projects folder whose parent is a regular file fails for every user, root included.
+    test::writeBytes(m_dir / "file", "x");
+    EXPECT_THROW(newProject(m_shell, m_dir / "file" / "Projects", "job"), FileError);
+    EXPECT_THROW(newProject(m_shell, m_dir / "file", "job"), InputError);
+    EXPECT_EQ(entries(m_dir.path()), (std::vector<std::string>{"file"}));
+    EXPECT_FALSE(m_shell.hasProject());
+}
+
+TEST_F(Projects, NewInAReadOnlyFolderFailsAndLeavesNothing) {
+    if (::geteuid() == 0) {
+        GTEST_SKIP() << "root writes into read-only folders; the file-as-parent case covers it";
+    }
+    fs::create_directory(projects());
+    fs::permissions(projects(), fs::perms::owner_read | fs::perms::owner_exec);
+    EXPECT_THROW(newProject(m_shell, projects(), "job"), FileError);
+    EXPECT_TRUE(entries(projects()).empty());
+}
+
+TEST_F(Projects, OpenReadsTheRecordCleansScratchAndEmptyFiles) {
+    const fs::path job = newProject(m_shell, projects(), "job");
+    test::writeBytes(job / "BEAMS.1", "beam");
+    test::writeBytes(job / "EMPTY.DAT", "");
+    test::writeBytes(job / "DRAW.BMP", "picture");
+    test::writeBytes(job / "DRAW.DAT", "the project's drawing");
+    test::writeBytes(job / "TMPDIR" / "DRAW.DAT", "scratch drawing");
+
+    ShellState shell;
+    openProject(shell, job);
+    EXPECT_EQ(shell.last.projectPath, job.string());
+    EXPECT_EQ(shell.projectName, "job.prj");
+    EXPECT_TRUE(shell.project.valid);
+    EXPECT_EQ(entries(job), (std::vector<std::string>{"BEAMS.1", "DRAW.DAT", "GEN.CST", "TMPDIR"}));
+    EXPECT_TRUE(entries(job / "TMPDIR").empty());
+
+    ShellState untouched = shell;
+    EXPECT_THROW(openProject(shell, projects() / "gone.prj"), InputError);
+    EXPECT_EQ(shell.last.projectPath, untouched.last.projectPath);
+}
+
+TEST_F(Projects, ExitRemovesOnlyZeroLengthFilesOfTheProjectFolder) {
+    const fs::path job = newProject(m_shell, projects(), "job");
+    test::writeBytes(job / "a.dat", "");
+    test::writeBytes(job / "b.dat", "kept");
+    test::writeBytes(job / "TMPDIR" / "c.dat", "");
+    closeProject(m_shell);
+    EXPECT_EQ(entries(job), (std::vector<std::string>{"GEN.CST", "TMPDIR", "b.dat"}));
+    EXPECT_EQ(entries(job / "TMPDIR"), (std::vector<std::string>{"c.dat"}));
+}
+
+TEST_F(Projects, ListGivesProjectFoldersOnly) {
+    fs::create_directories(projects() / "b.prj");
+    fs::create_directories(projects() / "A.PRJ");
+    fs::create_directories(projects() / "Archive");
+    fs::create_directories(projects() / "notes");
+    test::writeBytes(projects() / "c.prj", "a file, not a project");
+    EXPECT_EQ(listProjects(projects()), (std::vector<std::string>{"A.PRJ", "b.prj"}));
+    EXPECT_TRUE(listProjects(m_dir / "missing").empty());
+}
+
+TEST_F(Projects, CopyMakesAWholeNewProjectAndRefusesAnExistingName) {
+    const fs::path job = newProject(m_shell, projects(), "job");
+    test::writeBytes(job / "BEAMS.1", "beam");
+    const fs::path copy = copyProject(job, projects(), "job2");
+    EXPECT_EQ(copy, projects() / "job2.prj");
+    EXPECT_EQ(test::readBytes(copy / "BEAMS.1"), "beam");
+    EXPECT_EQ(test::readBytes(copy / "GEN.CST"), test::readBytes(job / "GEN.CST"));
+
+    test::writeBytes(copy / "BEAMS.1", "changed");
+    EXPECT_THROW(copyProject(job, projects(), "job2"), InputError);
+    EXPECT_EQ(test::readBytes(copy / "BEAMS.1"), "changed");
+    EXPECT_EQ(entries(projects()), (std::vector<std::string>{"job.prj", "job2.prj"}));
+}
+
+TEST_F(Projects, ArchiveCopiesUnderATimeStampAndLeavesTheProject) {
+    const fs::path job = newProject(m_shell, projects(), "job");
+    const fs::path first = archiveProject(job, projects());
+    const fs::path second = archiveProject(job, projects());
+    EXPECT_EQ(first.parent_path(), projects() / "Archive");
+    EXPECT_NE(first, second); // two archives in the same second get different names
+    // "job-" + yyyymmdd-hhmmss + ".prj" is 4 + 15 + 4 characters.
+    EXPECT_EQ(first.filename().string().size(), 23u);
+    EXPECT_TRUE(fs::exists(first / "GEN.CST"));
+    EXPECT_TRUE(fs::exists(job / "GEN.CST"));
+}
+
+TEST_F(Projects, DeleteMovesIntoTheArchiveButNeverTheOpenOrDefaultProject) {
+    const fs::path old = newProject(m_shell, projects(), "old");
+    const fs::path current = newProject(m_shell, projects(), "current");
+    const fs::path moved = deleteProject(m_shell, old, projects());
+    EXPECT_FALSE(fs::exists(old));
+    EXPECT_TRUE(fs::exists(moved / "GEN.CST"));
+    EXPECT_EQ(moved.parent_path(), projects() / "Archive");
+    EXPECT_EQ(moved.filename().string().rfind("old-deleted-", 0), 0u);
+
+    EXPECT_THROW(deleteProject(m_shell, current, projects()), InputError);
+    fs::create_directories(projects() / "DEFAULT.prj");
+    EXPECT_THROW(deleteProject(m_shell, projects() / "DEFAULT.prj", projects()), InputError);
+    fs::create_directories(projects() / "notes");
+    EXPECT_THROW(deleteProject(m_shell, projects() / "notes", projects()), InputError);
+    EXPECT_TRUE(fs::exists(current / "GEN.CST"));
+    EXPECT_TRUE(fs::exists(projects() / "notes"));
+}
+
+} // namespace
+} // namespace orvak::shell
