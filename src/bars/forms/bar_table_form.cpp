@@ -56,7 +56,7 @@ constexpr std::string_view kSpacingHeadings[] = {
     "18 mm",      "20 mm", "22 mm", "24 mm", "26 mm", "28 mm", "30 mm", "32 mm",
 };
 constexpr std::string_view kNetironHeadings[] = {
-    "Wire mm", "Spacing 1 cm", "Spacing 2 cm", "Area 1 cm²/m", "Area 2 cm²/m", "Mark (0/1)",
+    "Wire mm", "Spacing 1 cm", "Spacing 2 cm", "As 1 cm²/m", "As 2 cm²/m", "Mark (0/1)",
 };
 
 /// English texts of a table's form when its prompt file lacks them.

@@ -80,6 +80,8 @@ SteelQnt::SteelQnt(shell::ShellState& shell, QWidget* parent)
 
     m_allItems->setObjectName(QStringLiteral("AllItemschk"));
     m_tabs->setObjectName(QStringLiteral("SSTab1"));
+    // Every tab stays in sight: the form is as wide as its tab bar.
+    m_tabs->setUsesScrollButtons(false);
     for (std::size_t i = 0; i < kListCount; ++i) {
         auto* page = new QWidget(m_tabs);
         m_allBoxes[i] = new QCheckBox(page);
@@ -88,6 +90,7 @@ SteelQnt::SteelQnt(shell::ShellState& shell, QWidget* parent)
         m_lists[i]->setObjectName(QString::fromLatin1(kListObjectNames[i]));
         m_lists[i]->setFont(listingFont());
         m_lists[i]->setSelectionMode(QAbstractItemView::NoSelection);
+        m_lists[i]->setMinimumHeight(QFontMetrics(m_lists[i]->font()).height() * 12);
         auto* box = new QVBoxLayout(page);
         box->addWidget(m_allBoxes[i]);
         box->addWidget(m_lists[i], 1);

@@ -13,6 +13,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpressionValidator>
+#include <QSpacerItem>
 #include <QShowEvent>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -62,7 +63,8 @@ enum Prompt : std::size_t {
     kNoSuchItem, ///< "%1" the key
     kDeleted,    ///< "%1" count
     kImportQuestion,
-    kPromptCount = kImportQuestion,
+    kOtherElementQuestion, ///< "%1" the key, "%2" the element that holds it
+    kPromptCount = kOtherElementQuestion,
 };
 
 struct FieldRule {
@@ -139,6 +141,16 @@ QString listHeading(const std::string& prompt, std::string_view language) {
     return line;
 }
 
+/// Element names compare as the store compares them: without regard to ASCII case.
+bool sameElement(const std::string& a, const std::string& b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
+        const auto lower = [](char c) {
+            return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
+        };
+        return lower(x) == lower(y);
+    });
+}
+
 QString numberText(float value) {
     return QString::fromStdString(bars::cellTextFor(value));
 }
@@ -200,6 +212,9 @@ SteelUpd::SteelUpd(shell::ShellState& shell, QWidget* parent)
         elementGrid->addWidget(m_fieldLabels[static_cast<std::size_t>(f)], 1, column++);
         elementGrid->addWidget(field(f), 1, column++);
     }
+    // What room is left goes to the right, not between the fields.
+    elementGrid->addItem(new QSpacerItem(0, 0, QSizePolicy::Expanding, QSizePolicy::Minimum), 1,
+                         column);
     elementGrid->setColumnStretch(column, 1);
 
     // Bar: mark, count, diameter (typed or chosen from the bar table), length, shape, sheet,
@@ -238,6 +253,7 @@ SteelUpd::SteelUpd(shell::ShellState& shell, QWidget* parent)
     barGrid->addLayout(barKindRow, 1, 5, 1, 3);
     barGrid->addWidget(label(Field::Description), 2, 0);
     barGrid->addWidget(field(Field::Description), 2, 1, 1, 5, Qt::AlignLeading);
+    barGrid->addItem(new QSpacerItem(0, 0, QSizePolicy::Expanding, QSizePolicy::Minimum), 0, 8);
     barGrid->setColumnStretch(8, 1);
 
     // The element's items by mark, in the listing's fixed-width face.
@@ -276,7 +292,7 @@ SteelUpd::SteelUpd(shell::ShellState& shell, QWidget* parent)
     layout->addLayout(buttons);
 
     connect(m_kindGroup, &QButtonGroup::idClicked, this, [this](int) { refillElements(); });
-    connect(m_element, &QComboBox::currentTextChanged, this, [this] { refillItems(); });
+    connect(m_element, &QComboBox::currentTextChanged, this, [this] { elementChosen(); });
     connect(m_items, &QListWidget::itemDoubleClicked, this, [this] { editItem(); });
     connect(m_diameterChoice, &QToolButton::clicked, this, [this] { chooseDiameter(); });
     connect(m_new, &QPushButton::clicked, this, [this] { newItem(); });
@@ -413,6 +429,38 @@ void SteelUpd::refillElements() {
     refillItems();
 }
 
+void SteelUpd::elementChosen() {
+    refillItems();
+    const QString name = m_element->currentText().trimmed();
+    if (name.isEmpty()) {
+        return;
+    }
+    // The element's name is not part of an item's key, its numbers are: an element that holds
+    // items brings its numbers, a new one gets an element number of its own, so that its
+    // items never take the keys of another element's.
+    try {
+        int last = 0;
+        if (m_db) {
+            const std::string element = fromQString(name, m_shell.language());
+            const auto items = m_db->itemsByMark(elementKind(), element);
+            if (!items.empty()) {
+                field(Field::Slab)->setText(QString::number(items.front().slab));
+                field(Field::ElementNumber)->setText(QString::number(items.front().beam));
+                field(Field::SubBuilding)->setText(QString::number(items.front().subBuilding));
+                return;
+            }
+            for (const std::string& other : m_db->elementNames()) {
+                for (const bars::SteelItem& item : m_db->itemsByMark(elementKind(), other)) {
+                    last = std::max<int>(last, item.beam);
+                }
+            }
+        }
+        field(Field::ElementNumber)->setText(QString::number(last + 1));
+    } catch (const FileError& e) {
+        tell(QString::fromUtf8(e.what()));
+    }
+}
+
 void SteelUpd::refillItems() {
     m_items->clear();
     const std::string element = fromQString(m_element->currentText().trimmed(), m_shell.language());
@@ -475,6 +523,17 @@ bool SteelUpd::saveItem() {
     }
     bars::IronDatabase::SaveKind kind;
     try {
+        // A key can hold an item of another element (the numbers were typed so): that item
+        // is replaced only when the user says so.
+        const auto existing = m_db->findItem(item->mainKey);
+        if (existing && !sameElement(existing->element, item->element) &&
+            !askYesNo(this, m_askHook,
+                      prompt(kOtherElementQuestion, "Item %1 belongs to %2. Replace it?")
+                          .arg(QString::fromLatin1(item->mainKey.c_str()),
+                               toQString(existing->element, m_shell.language())),
+                      windowTitle())) {
+            return false;
+        }
         kind = m_db->saveItem(*item);
     } catch (const FileError& e) {
         tell(QString::fromUtf8(e.what()));

@@ -96,6 +96,8 @@ private:
     bool ensureStore(bool create);
     void refillElements();
     void refillItems();
+    /// The element name changed: its items are listed and its numbers put up.
+    void elementChosen();
     /// The item of the edit fields; empty after telling the user what is wrong.
     std::optional<bars::SteelItem> itemFromFields();
     void showItem(const bars::SteelItem& item);

@@ -1,0 +1,413 @@
+// The bar, spacing and mesh table forms: what they show on opening, what a save writes (and
+// keeps), the delete question, the printed table, the diameter dialog, and their screenshots.
+#include "bars/forms/bar_table_form.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QDir>
+#include <QHeaderView>
+#include <QListWidget>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTableView>
+#include <QTimer>
+#include <cstring>
+
+#include "bars/forms/opndiams_dialog.h"
+#include "ui/input_grid.h"
+#include "ui/shell_fixture.h"
+#include "ui/text_viewer.h"
+
+namespace orvak::ui {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// One table record as the files hold it: the use mark, then little-endian singles.
+std::string record(char flag, const std::vector<float>& values, std::size_t valueCount) {
+    std::string bytes(1 + 4 * valueCount, '\0');
+    bytes[0] = flag;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        std::uint32_t bits = 0;
+        std::memcpy(&bits, &values[i], 4);
+        for (int b = 0; b < 4; ++b) {
+            bytes[1 + 4 * i + static_cast<std::size_t>(b)] = static_cast<char>(bits >> (8 * b));
+        }
+    }
+    return bytes;
+}
+
+/// Value `index` (0-based, behind the use mark) of record `n` (1-based) of a file's bytes.
+float storedValue(const std::string& file, std::size_t recordLength, std::size_t n,
+                  std::size_t index) {
+    const std::size_t at = (n - 1) * recordLength + 1 + 4 * index;
+    EXPECT_LE(at + 4, file.size());
+    std::uint32_t bits = 0;
+    for (int b = 0; b < 4; ++b) {
+        bits |= static_cast<std::uint32_t>(static_cast<unsigned char>(file[at + b])) << (8 * b);
+    }
+    float value = 0.0f;
+    std::memcpy(&value, &bits, 4);
+    return value;
+}
+
+class BarFormsTest : public test::ShellFixture {
+protected:
+    BarFormsTest() : m_shell(startShell()) {}
+
+    fs::path general() const { return m_shell.generalFolder(); }
+
+    template <class Form> std::unique_ptr<Form> open() {
+        auto form = std::make_unique<Form>(m_shell);
+        form->setMessageHook([this](const QString& m) { m_messages << m; });
+        form->setAskHook([this](const QString& q) {
+            m_questions << q;
+            return m_answer;
+        });
+        return form;
+    }
+
+    /// Types a value into a cell the way the grid's editor commits it (0-based).
+    static bool type(BarTableForm& form, int row, int column, const QString& text) {
+        InputGridModel* model = form.grid()->model();
+        const bool stored = model->setData(model->index(row, column), text, Qt::EditRole);
+        QCoreApplication::processEvents(); // a refusal is told once the editor is gone
+        return stored;
+    }
+
+    shell::ShellState m_shell;
+    QStringList m_messages;
+    QStringList m_questions;
+    QMessageBox::StandardButton m_answer = QMessageBox::No;
+};
+
+TEST_F(BarFormsTest, RoundbarOpensOnTheBuiltInTable) {
+    ASSERT_FALSE(fs::exists(general() / "ROUNDBAR.DAT"));
+    auto form = open<Roundbar>();
+    const InputGrid& grid = *form->grid();
+    ASSERT_EQ(grid.model()->rowCount(), 20);
+    ASSERT_EQ(grid.model()->columnCount(), 11);
+
+    // Rows of the handbook table: diameter mm, weight kg/m, area cm².
+    struct Row {
+        int row;
+        double diameter, weight, area;
+    };
+    for (const Row& r : {Row{0, 5, 0.15, 0.20}, Row{5, 12, 0.89, 1.13}, Row{9, 20, 2.47, 3.14},
+                         Row{15, 32, 6.31, 8.04}}) {
+        EXPECT_DOUBLE_EQ(grid.cellNumber(r.row, 0), r.diameter) << r.row;
+        EXPECT_NEAR(grid.cellNumber(r.row, 1), r.weight, 1e-6) << r.row;
+        EXPECT_NEAR(grid.cellNumber(r.row, 2), r.area, 1e-6) << r.row;
+    }
+    // The cells show the column's decimals: "###.##" columns print 0.89 as "  0.89".
+    EXPECT_EQ(grid.model()->data(grid.model()->index(5, 1), Qt::DisplayRole).toString(),
+              "  0.89");
+    for (int row = 16; row < 20; ++row) {
+        EXPECT_TRUE(grid.cellText(row, 0).isEmpty()) << row;
+    }
+    EXPECT_FALSE(form->isChanged());
+
+    // The open made an empty table file; nothing is written until a save.
+    ASSERT_TRUE(fs::exists(general() / "ROUNDBAR.DAT"));
+    EXPECT_EQ(fs::file_size(general() / "ROUNDBAR.DAT"), 0u);
+
+    // Captions and headings come from the prompt file.
+    EXPECT_EQ(form->windowTitle(), "Areas for bars");
+    EXPECT_EQ(form->objectName(), "Roundbar");
+    for (const char* key : {"save", "cprint", "copy", "cdelete", "exit"}) {
+        ASSERT_NE(form->action(key), nullptr) << key;
+        EXPECT_FALSE(form->action(key)->text().isEmpty()) << key;
+    }
+    EXPECT_EQ(form->action("cprint")->text(), "Print");
+    const QString heading =
+        grid.model()->headerData(2, Qt::Horizontal, Qt::DisplayRole).toString().simplified();
+    EXPECT_EQ(heading, QString::fromUtf8("Area cm²"));
+}
+
+TEST_F(BarFormsTest, SaveWritesEveryRowWithADiameterWithoutGaps) {
+    auto form = open<Roundbar>();
+    QList<int> progress;
+    QObject::connect(form->progressBar(), &QProgressBar::valueChanged,
+                     [&](int v) { progress << v; });
+
+    ASSERT_TRUE(type(*form, 2, 0, ""));   // 7 mm leaves the table
+    ASSERT_TRUE(type(*form, 17, 0, "40")); // a new bar below an empty row
+    ASSERT_TRUE(type(*form, 17, 1, "9.87"));
+    ASSERT_TRUE(type(*form, 17, 2, "12.57"));
+    ASSERT_TRUE(form->isChanged());
+    ASSERT_TRUE(form->save());
+    EXPECT_FALSE(form->isChanged());
+    EXPECT_TRUE(m_messages.isEmpty()) << m_messages.join('\n').toStdString();
+
+    // 16 built-in rows - 7 mm + 40 mm = 16 records of 45 bytes, 40 mm moved up to record 16.
+    const std::string bytes = test::readBytes(general() / "ROUNDBAR.DAT");
+    ASSERT_EQ(bytes.size(), 16u * 45u);
+    const std::vector<float> expected = {5, 6, 8, 10, 12, 14, 16, 18, 20, 22, 24, 26, 28, 30, 32, 40};
+    for (std::size_t n = 1; n <= expected.size(); ++n) {
+        EXPECT_EQ(bytes[(n - 1) * 45], '1') << n;
+        EXPECT_FLOAT_EQ(storedValue(bytes, 45, n, 0), expected[n - 1]) << n;
+    }
+    EXPECT_FLOAT_EQ(storedValue(bytes, 45, 16, 1), 9.87f);
+    EXPECT_FLOAT_EQ(storedValue(bytes, 45, 16, 2), 12.57f);
+    EXPECT_FLOAT_EQ(storedValue(bytes, 45, 5, 1), 0.89f); // 12 mm, now record 5
+    EXPECT_FALSE(fs::exists(general() / "TMPFIL"));
+
+    // The bar ran over the 20 grid rows, one step each, and was reset to 0 at the end.
+    ASSERT_FALSE(progress.isEmpty());
+    EXPECT_EQ(progress.back(), 0);
+    EXPECT_TRUE(progress.contains(20));
+    EXPECT_EQ(form->progressBar()->maximum(), 20);
+    EXPECT_EQ(form->statusText(), "The table was saved: 16 rows.");
+
+    // Nothing changed since: a second save writes nothing.
+    fs::remove(general() / "ROUNDBAR.DAT");
+    EXPECT_TRUE(form->save());
+    EXPECT_FALSE(fs::exists(general() / "ROUNDBAR.DAT"));
+}
+
+TEST_F(BarFormsTest, AllEmptyTableLeavesNoFileButTmpfil) {
+    auto form = open<Roundbar>();
+    for (int row = 0; row < 16; ++row) {
+        ASSERT_TRUE(type(*form, row, 0, row % 2 == 0 ? "" : "0"));
+    }
+    ASSERT_TRUE(form->save());
+    EXPECT_FALSE(fs::exists(general() / "ROUNDBAR.DAT"));
+    EXPECT_TRUE(fs::exists(general() / "TMPFIL"));
+
+    // Opened again, the form shows the built-in table.
+    auto again = open<Roundbar>();
+    EXPECT_DOUBLE_EQ(again->grid()->cellNumber(5, 0), 12.0);
+}
+
+TEST_F(BarFormsTest, RoundbarShowsTheFirstSixteenRecordsAndKeepsTheRest) {
+    std::string bytes;
+    for (int n = 1; n <= 20; ++n) {
+        // Record 3 is not in use: its row shows zeros.
+        bytes += record(n == 3 ? ' ' : '1', {static_cast<float>(100 + n), 1.0f, 2.0f}, 11);
+    }
+    test::writeBytes(general() / "ROUNDBAR.DAT", bytes);
+
+    auto form = open<Roundbar>();
+    const InputGrid& grid = *form->grid();
+    EXPECT_DOUBLE_EQ(grid.cellNumber(0, 0), 101.0);
+    EXPECT_EQ(grid.cellText(2, 0), "0");
+    EXPECT_DOUBLE_EQ(grid.cellNumber(15, 0), 116.0);
+    for (int row = 16; row < 20; ++row) {
+        EXPECT_TRUE(grid.cellText(row, 0).isEmpty()) << row;
+    }
+    EXPECT_EQ(test::readBytes(general() / "ROUNDBAR.DAT"), bytes);
+}
+
+TEST_F(BarFormsTest, FailedSaveKeepsTheOldTable) {
+    auto form = open<Roundbar>();
+    ASSERT_TRUE(type(*form, 0, 1, "0.16"));
+    ASSERT_TRUE(form->save());
+    const std::string saved = test::readBytes(general() / "ROUNDBAR.DAT");
+
+    // TMPFIL cannot be written when a folder stands in its place.
+    fs::create_directory(general() / "TMPFIL");
+    ASSERT_TRUE(type(*form, 0, 1, "0.17"));
+    EXPECT_FALSE(form->save());
+    ASSERT_EQ(m_messages.size(), 1);
+    EXPECT_EQ(test::readBytes(general() / "ROUNDBAR.DAT"), saved);
+    EXPECT_TRUE(form->isChanged());
+    EXPECT_EQ(form->progressBar()->value(), 0);
+}
+
+TEST_F(BarFormsTest, SpacingKeepsTheHiddenAreasOfEachRowNumber) {
+    // Two records: spacing, 15 shown areas, then areas 16..20 that the grid never shows.
+    const auto spacingRecord = [](float spacing, float hiddenBase) {
+        std::vector<float> v(21, 0.0f);
+        v[0] = spacing;
+        for (int k = 1; k <= 15; ++k) {
+            v[static_cast<std::size_t>(k)] = static_cast<float>(k);
+        }
+        for (int k = 16; k <= 20; ++k) {
+            v[static_cast<std::size_t>(k)] = hiddenBase + static_cast<float>(k);
+        }
+        return record('1', v, 21);
+    };
+    test::writeBytes(general() / "SPACING.DAT",
+                     spacingRecord(10.0f, 100.0f) + spacingRecord(12.5f, 200.0f));
+
+    auto form = open<spacing>();
+    ASSERT_EQ(form->grid()->model()->rowCount(), 27);
+    ASSERT_EQ(form->grid()->model()->columnCount(), 16);
+    EXPECT_DOUBLE_EQ(form->grid()->cellNumber(1, 0), 12.5);
+    // A row beyond the end of the file reads as a row of zeros, not in use.
+    EXPECT_EQ(form->grid()->cellText(2, 0), "0");
+
+    // Row 1 changes an area; row 3 is new and has no old record of its number.
+    ASSERT_TRUE(type(*form, 0, 1, "4.5"));
+    ASSERT_TRUE(type(*form, 2, 0, "15"));
+    ASSERT_TRUE(form->save());
+    std::string bytes = test::readBytes(general() / "SPACING.DAT");
+    ASSERT_EQ(bytes.size(), 3u * 85u);
+    EXPECT_FLOAT_EQ(storedValue(bytes, 85, 1, 1), 4.5f);
+    for (int k = 16; k <= 20; ++k) {
+        EXPECT_FLOAT_EQ(storedValue(bytes, 85, 1, static_cast<std::size_t>(k)), 100.0f + k);
+        EXPECT_FLOAT_EQ(storedValue(bytes, 85, 2, static_cast<std::size_t>(k)), 200.0f + k);
+        EXPECT_FLOAT_EQ(storedValue(bytes, 85, 3, static_cast<std::size_t>(k)), 0.0f);
+    }
+
+    // Emptied, row 1 is squeezed out; row 2 moves up and still carries its own areas.
+    ASSERT_TRUE(type(*form, 0, 0, ""));
+    ASSERT_TRUE(form->save());
+    bytes = test::readBytes(general() / "SPACING.DAT");
+    ASSERT_EQ(bytes.size(), 2u * 85u);
+    EXPECT_FLOAT_EQ(storedValue(bytes, 85, 1, 0), 12.5f);
+    EXPECT_FLOAT_EQ(storedValue(bytes, 85, 1, 20), 220.0f);
+}
+
+TEST_F(BarFormsTest, NetironStartsEmptyAndRefusesValuesOutOfRange) {
+    auto form = open<Netiron>();
+    EXPECT_FALSE(fs::exists(general() / "NETIRON.DAT"));
+    EXPECT_TRUE(form->grid()->cellText(0, 0).isEmpty());
+    EXPECT_EQ(form->windowTitle(), "NetWork Iron");
+
+    // The mark column takes 0 or 1; the spacings up to 999.9.
+    EXPECT_FALSE(type(*form, 0, 5, "2"));
+    EXPECT_EQ(m_messages, QStringList{"The value 2 is outside the range 0 to 1."});
+    EXPECT_FALSE(type(*form, 0, 1, "1000"));
+
+    for (const auto& [column, text] : std::vector<std::pair<int, QString>>{
+             {0, "6"}, {1, "15"}, {2, "20"}, {3, "1.88"}, {4, "1.41"}, {5, "1"}}) {
+        ASSERT_TRUE(type(*form, 0, column, text)) << column;
+    }
+    ASSERT_TRUE(form->save());
+    const std::string bytes = test::readBytes(general() / "NETIRON.DAT");
+    ASSERT_EQ(bytes.size(), 25u);
+    EXPECT_EQ(bytes[0], '1');
+    const std::vector<float> expected = {6.0f, 15.0f, 20.0f, 1.88f, 1.41f, 1.0f};
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        EXPECT_FLOAT_EQ(storedValue(bytes, 25, 1, i), expected[i]) << i;
+    }
+}
+
+TEST_F(BarFormsTest, DeleteAsksWithDefaultNoAndClosesTheForm) {
+    // Without a table file there is nothing to delete and nothing to ask.
+    {
+        auto form = open<Netiron>();
+        EXPECT_FALSE(form->deleteTable());
+        EXPECT_TRUE(m_questions.isEmpty());
+    }
+
+    auto form = open<Roundbar>();
+    form->show();
+    m_answer = QMessageBox::No;
+    form->toolbarCommand("cdelete");
+    EXPECT_EQ(m_questions, QStringList{"Delete this table file?"});
+    EXPECT_TRUE(fs::exists(general() / "ROUNDBAR.DAT"));
+    EXPECT_TRUE(form->isVisible());
+
+    // Yes deletes the file (and nothing else) and closes the form without a second question,
+    // though the grid was edited.
+    ASSERT_TRUE(type(*form, 0, 1, "0.16"));
+    test::writeBytes(general() / "SPACING.DAT", record('1', {10.0f}, 21));
+    m_answer = QMessageBox::Yes;
+    EXPECT_TRUE(form->deleteTable());
+    EXPECT_FALSE(fs::exists(general() / "ROUNDBAR.DAT"));
+    EXPECT_TRUE(fs::exists(general() / "SPACING.DAT"));
+    EXPECT_FALSE(form->isVisible());
+    EXPECT_EQ(m_questions.size(), 2);
+}
+
+TEST_F(BarFormsTest, LeavingWithChangesAsks) {
+    auto form = open<Roundbar>();
+    form->show();
+    ASSERT_TRUE(type(*form, 0, 1, "0.16"));
+    m_answer = QMessageBox::Cancel;
+    form->toolbarCommand("exit");
+    EXPECT_TRUE(form->isVisible());
+    EXPECT_EQ(m_questions, QStringList{"Save changes?"});
+
+    // "copy" is accepted and changes nothing.
+    form->toolbarCommand("copy");
+    EXPECT_TRUE(form->isVisible());
+    EXPECT_EQ(fs::file_size(general() / "ROUNDBAR.DAT"), 0u);
+
+    m_answer = QMessageBox::Yes;
+    form->toolbarCommand("exit");
+    EXPECT_FALSE(form->isVisible());
+    EXPECT_EQ(fs::file_size(general() / "ROUNDBAR.DAT"), 16u * 45u);
+}
+
+TEST_F(BarFormsTest, PrintShowsOneLinePerRowInUse) {
+    auto form = open<Roundbar>();
+    ASSERT_TRUE(type(*form, 3, 0, "")); // 8 mm is not printed
+    EditAsc* viewer = form->printTable();
+    ASSERT_NE(viewer, nullptr);
+    const QStringList lines = viewer->text().split('\n', Qt::SkipEmptyParts);
+    delete viewer;
+
+    // The title and one heading line, then the 15 rows in use.
+    ASSERT_EQ(lines.size(), 2 + 15);
+    EXPECT_EQ(lines[0], "Areas for bars");
+    EXPECT_TRUE(lines[1].startsWith("Dia.  kg/m")) << lines[1].toStdString();
+    // 12 mm by the masks "### " and "###.##" (ten times), written out by hand.
+    EXPECT_EQ(lines[2 + 4], " 12   0.89  1.13  0.00  0.00  0.00  0.00  0.00  0.00  0.00  0.00");
+    for (const QString& line : lines.mid(2)) {
+        EXPECT_FALSE(line.startsWith("  8 ")) << line.toStdString();
+    }
+}
+
+class OpndiamsTest : public BarFormsTest {};
+
+TEST_F(OpndiamsTest, ListsTheDiametersOfTheBarTable) {
+    // 12, a row in use with diameter 0 (left out), 12.5, a row not in use, 16.
+    test::writeBytes(general() / "ROUNDBAR.DAT",
+                     record('1', {12.0f, 0.89f, 1.13f}, 11) + record('1', {0.0f}, 11) +
+                         record('1', {12.5f, 0.96f, 1.23f}, 11) +
+                         record(' ', {14.0f}, 11) + record('1', {16.0f, 1.58f, 2.01f}, 11));
+    Opndiams dialog(m_shell);
+    QListWidget* list = dialog.list();
+    ASSERT_EQ(list->count(), 3);
+    EXPECT_EQ(list->item(0)->text(), "12 mm");
+    EXPECT_EQ(list->item(1)->text(), "12.5 mm");
+    EXPECT_EQ(list->item(2)->text(), "16 mm");
+
+    // OKLISTIN takes the chosen row; EXLISTIN none.
+    list->setCurrentRow(1);
+    QTimer::singleShot(0, dialog.okButton(), &QPushButton::click);
+    const std::optional<float> chosen = dialog.choose();
+    ASSERT_TRUE(chosen.has_value());
+    EXPECT_FLOAT_EQ(*chosen, 12.5f);
+    QTimer::singleShot(0, dialog.exitButton(), &QPushButton::click);
+    EXPECT_FALSE(dialog.choose().has_value());
+}
+
+TEST_F(OpndiamsTest, EmptyBarTableIsToldAndNothingOpens) {
+    Opndiams dialog(m_shell);
+    dialog.setMessageHook([this](const QString& m) { m_messages << m; });
+    EXPECT_FALSE(dialog.choose().has_value());
+    EXPECT_EQ(m_messages, QStringList{"The bar table is empty: enter the bar diameters in Setting "
+                                      "> Areas for bars first."});
+    EXPECT_FALSE(dialog.isVisible());
+}
+
+/// Pictures of the three table forms for a reader to judge; made only when
+/// ORVAK_SCREENSHOT_DIR names a folder.
+TEST_F(BarFormsTest, Screenshots) {
+    const QString folder = qEnvironmentVariable("ORVAK_SCREENSHOT_DIR");
+    if (folder.isEmpty()) {
+        GTEST_SKIP() << "ORVAK_SCREENSHOT_DIR is not set";
+    }
+    QDir().mkpath(folder);
+    test::writeBytes(general() / "NETIRON.DAT",
+                     record('1', {5.0f, 15.0f, 15.0f, 1.31f, 1.31f, 1.0f}, 6) +
+                         record('1', {6.0f, 15.0f, 20.0f, 1.88f, 1.41f, 1.0f}, 6) +
+                         record('1', {8.0f, 20.0f, 20.0f, 2.51f, 2.51f, 0.0f}, 6));
+    const auto shoot = [&](BarTableForm& form, const QString& name) {
+        form.resize(form.sizeHint());
+        form.show();
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(form.grab().save(folder + "/orvak-" + name + ".png")) << name.toStdString();
+        form.close();
+    };
+    shoot(*open<Roundbar>(), "Roundbar");
+    shoot(*open<spacing>(), "spacing");
+    shoot(*open<Netiron>(), "Netiron");
+}
+
+} // namespace
+} // namespace orvak::ui
