@@ -2,9 +2,11 @@
 // and the report and item-list lines through the PRINT USING masks of the listing.
 #include "bars/steel_report.h"
 
+#include <cmath>
 #include <map>
 
 #include "bars/bar_table_grid.h"
+#include "core/concrete.h"
 #include "core/mask_format.h"
 #include "shell/prompts.h"
 
@@ -34,10 +36,15 @@ std::string sumLine(std::string_view caption, std::size_t captionWidth, std::str
     return fitted(caption, captionWidth) + core::formatUsing(mask, value) + "\n";
 }
 
-std::vector<DiameterTotal> toTotals(const std::map<float, double>& sums) {
+// A sum as printed: rounded up to the step when there is one.
+double roundedSum(double kg, double stepKg) {
+    return stepKg > 0.0 ? core::roundUpToStep(kg, stepKg) : kg;
+}
+
+std::vector<DiameterTotal> toTotals(const std::map<float, double>& sums, double stepKg) {
     std::vector<DiameterTotal> totals;
     for (const auto& [d, w] : sums) {
-        totals.push_back({d, w});
+        totals.push_back({d, roundedSum(w, stepKg)});
     }
     return totals;
 }
@@ -62,8 +69,10 @@ float itemWeightKg(const SteelItem& item, std::span<const BarProperties> bars, b
 }
 
 SteelReport buildSteelReport(const IronDatabase& db, std::span<const std::string> elements,
-                             const BarPropertyTable& bars) {
+                             const BarPropertyTable& bars, double roundingStepKg) {
     SteelReport report;
+    // A step that is not a positive finite number means no rounding.
+    const double step = std::isfinite(roundingStepKg) && roundingStepKg > 0.0 ? roundingStepKg : 0.0;
     if (bars.rows.empty()) {
         report.status = SteelReportStatus::NoBarTable;
         return report;
@@ -82,11 +91,13 @@ SteelReport buildSteelReport(const IronDatabase& db, std::span<const std::string
             line.item = std::move(item);
             element.items.push_back(std::move(line));
         }
-        element.diameterTotals = toTotals(sums);
+        element.diameterTotals = toTotals(sums, step);
         report.grandTotalKg += element.totalKg;
+        element.totalKg = roundedSum(element.totalKg, step);
         report.elements.push_back(std::move(element));
     }
-    report.diameterTotals = toTotals(overall);
+    report.diameterTotals = toTotals(overall, step);
+    report.grandTotalKg = roundedSum(report.grandTotalKg, step);
     return report;
 }
 

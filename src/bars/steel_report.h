@@ -51,9 +51,12 @@ struct SteelReport {
 
 /// The report of the given elements (names as the user chose them; each is looked up by its
 /// stored form, so names that share their first 10 characters share their items). Item
-/// weights are singles; the sums are kept in double precision.
+/// weights are singles; the sums are kept in double precision. With a rounding step above 0
+/// (kg, the form's rounding field) every sum, per diameter, per element and the grand total,
+/// is rounded up to a whole multiple of the step from its exact value, as steel is ordered;
+/// the item weights stay exact.
 SteelReport buildSteelReport(const IronDatabase& db, std::span<const std::string> elements,
-                             const BarPropertyTable& bars);
+                             const BarPropertyTable& bars, double roundingStepKg = 0.0);
 
 /// Texts of the report that come from the prompt table. fromPrompt() reads them from one
 /// prompt line: "@0:" title, "@1:" .. "@7:" the column headings, "@8:" the element caption,

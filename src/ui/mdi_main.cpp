@@ -25,6 +25,9 @@
 #include <array>
 #include <string_view>
 
+#include "bars/forms/bar_table_form.h"
+#include "bars/forms/steel_qnt_form.h"
+#include "bars/forms/steel_upd_form.h"
 #include "core/error.h"
 #include "shell/forms/gsetting_form.h"
 #include "shell/forms/openlib_form.h"
@@ -122,7 +125,10 @@ bool isAvailable(MainMenu menu, int index) {
     case MainMenu::Help:
         return true;
     case MainMenu::Setting:
-        return index == setting_item::kSoftware;
+        return index == setting_item::kSoftware || index == setting_item::kAreasForBars ||
+               index == setting_item::kAreasForSpacing || index == setting_item::kNetworkIron;
+    case MainMenu::Quantities:
+        return index == quantities_item::kSteelUpdate || index == quantities_item::kSteelPrint;
     default:
         return false;
     }
@@ -393,6 +399,9 @@ void MdiMain::menuItemClicked(MainMenu menu, int index) {
     case MainMenu::Setting:
         settingMenuClick(index);
         break;
+    case MainMenu::Quantities:
+        quantitiesMenuClick(index);
+        break;
     case MainMenu::Help:
         helpMenuClick(index);
         break;
@@ -447,9 +456,87 @@ void MdiMain::projectMenuClick(int index) {
 }
 
 void MdiMain::settingMenuClick(int index) {
-    if (index == setting_item::kSoftware) {
+    switch (index) {
+    case setting_item::kSoftware:
         openGsetting();
+        break;
+    case setting_item::kAreasForBars:
+    case setting_item::kAreasForSpacing:
+    case setting_item::kNetworkIron:
+        openBarTable(index);
+        break;
+    default:
+        break;
     }
+}
+
+void MdiMain::quantitiesMenuClick(int index) {
+    switch (index) {
+    case quantities_item::kSteelUpdate:
+        openSteelUpd();
+        break;
+    case quantities_item::kSteelPrint:
+        openSteelQnt();
+        break;
+    default:
+        break;
+    }
+}
+
+template <class Form, class Make> Form* MdiMain::openChild(const char* objectName, Make make) {
+    if (QMdiSubWindow* open = findChildWindow(objectName)) {
+        m_mdi->setActiveSubWindow(open);
+        return qobject_cast<Form*>(open->widget());
+    }
+    Form* form = make();
+    if (form != nullptr) {
+        addChildWindow(form);
+    }
+    return form;
+}
+
+QWidget* MdiMain::openBarTable(int settingIndex) {
+    const auto showSaved = [this](const QString& message) {
+        statusBar()->showMessage(message, 5000);
+    };
+    // The table forms are shared by all projects (GENERAL folder): no project needed.
+    const auto make = [this, showSaved](auto* form) {
+        connect(form, &BarTableForm::saved, this, showSaved);
+        return form;
+    };
+    switch (settingIndex) {
+    case setting_item::kAreasForBars:
+        return openChild<Roundbar>("Roundbar", [&] { return make(new Roundbar(m_shell)); });
+    case setting_item::kAreasForSpacing:
+        return openChild<spacing>("spacing", [&] { return make(new spacing(m_shell)); });
+    case setting_item::kNetworkIron:
+        return openChild<Netiron>("Netiron", [&] { return make(new Netiron(m_shell)); });
+    default:
+        return nullptr;
+    }
+}
+
+SteelUpd* MdiMain::openSteelUpd() {
+    return openChild<SteelUpd>("SteelUpd", [this]() -> SteelUpd* {
+        if (!m_shell.hasProject()) {
+            tell(generalPrompt(m_shell, General::NoProject));
+            return nullptr;
+        }
+        auto* form = new SteelUpd(m_shell);
+        connect(form, &SteelUpd::saved, this,
+                [this](const QString& message) { statusBar()->showMessage(message, 5000); });
+        return form;
+    });
+}
+
+SteelQnt* MdiMain::openSteelQnt() {
+    return openChild<SteelQnt>("SteelQnt", [this]() -> SteelQnt* {
+        if (!m_shell.hasProject()) {
+            tell(generalPrompt(m_shell, General::NoProject));
+            return nullptr;
+        }
+        return new SteelQnt(m_shell);
+    });
 }
 
 void MdiMain::helpMenuClick(int index) {

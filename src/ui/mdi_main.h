@@ -24,6 +24,8 @@ class EditAsc;
 class Gsetting;
 class Openlib;
 class Projdata;
+class SteelQnt;
+class SteelUpd;
 
 /// The menus of the menu bar, in their order (Graphics is a menu-bar entry without items).
 enum class MainMenu {
@@ -51,6 +53,12 @@ inline constexpr int kCopy = 7;
 inline constexpr int kDelete = 8;
 inline constexpr int kExit = 10;
 } // namespace project_item
+
+/// Item indexes of the Quantities menu.
+namespace quantities_item {
+inline constexpr int kSteelUpdate = 0;
+inline constexpr int kSteelPrint = 1;
+} // namespace quantities_item
 
 /// Item indexes of the Setting menu.
 namespace setting_item {
@@ -93,6 +101,7 @@ public:
     /// Menu handlers: each receives the index of the item chosen.
     void projectMenuClick(int index);
     void settingMenuClick(int index);
+    void quantitiesMenuClick(int index);
     void helpMenuClick(int index);
 
     /// Opens the child form (or brings forward the one already open); nullptr when it cannot
@@ -100,6 +109,11 @@ public:
     Projdata* openProjdata();
     Gsetting* openGsetting();
     EditAsc* openHelp(int index);
+    /// The bar, spacing and mesh table forms (Setting items 4, 5 and 7).
+    QWidget* openBarTable(int settingIndex);
+    /// The steel forms of the current project; nullptr without a project.
+    SteelUpd* openSteelUpd();
+    SteelQnt* openSteelQnt();
 
     /// Called after a project command changed the current project or projects folder: reopens
     /// the parameter file, writes PRJNO and refreshes caption and status bar.
@@ -140,6 +154,8 @@ private:
     /// The sub-window whose form bears this object name (the form's class name).
     QMdiSubWindow* findChildWindow(const char* objectName) const;
     QMdiSubWindow* addChildWindow(QWidget* form);
+    /// The open form of this object name brought forward, or a new one made by `make`.
+    template <class Form, class Make> Form* openChild(const char* objectName, Make make);
     void reloadChildPrompts();
 
     shell::ShellState& m_shell;

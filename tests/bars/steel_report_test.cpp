@@ -88,6 +88,27 @@ TEST_F(SteelReportTest, ReportListsItemsByDiameterWithSumsPerDiameterElementAndI
     EXPECT_NE(own.find("Total m Kilo\n"), std::string::npos);
 }
 
+TEST_F(SteelReportTest, ARoundingStepRoundsEverySumUpButNoItem) {
+    m_db.saveItem(item("A1", "B1", 1, "bottom", 10, 12.0f, 500));  // 44.5 kg
+    m_db.saveItem(item("A3", "B1", 3, "stirrups", 20, 8.0f, 120)); // 9.6 kg
+    m_db.saveItem(item("C1", "C1", 1, "hooks", 5, 12.0f, 200));    // 8.9 kg
+    const std::vector<std::string> elements{"B1", "C1"};
+    const SteelReport report = buildSteelReport(m_db, elements, barTable(), 5.0);
+    // Step 5 kg, each sum from its exact value: B1 54.1 -> 55; C1 8.9 -> 10; 12 mm over all
+    // 53.4 -> 55; 8 mm 9.6 -> 10; grand total 63.0 -> 65.
+    EXPECT_DOUBLE_EQ(report.elements[0].totalKg, 55.0);
+    EXPECT_DOUBLE_EQ(report.elements[1].totalKg, 10.0);
+    ASSERT_EQ(report.diameterTotals.size(), 2u);
+    EXPECT_DOUBLE_EQ(report.diameterTotals[0].weightKg, 10.0);
+    EXPECT_DOUBLE_EQ(report.diameterTotals[1].weightKg, 55.0);
+    EXPECT_DOUBLE_EQ(report.grandTotalKg, 65.0);
+    EXPECT_FLOAT_EQ(report.elements[0].items[1].weightKg, 44.5f) << "items stay exact";
+    // A sum already on a multiple of the step stays: 10 bars x 500 x 0.40 / 100 = 20 kg.
+    m_db.saveItem(item("D1", "D1", 1, "ties", 10, 8.0f, 500));
+    const std::vector<std::string> d1{"D1"};
+    EXPECT_DOUBLE_EQ(buildSteelReport(m_db, d1, barTable(), 5.0).grandTotalKg, 20.0);
+}
+
 TEST_F(SteelReportTest, AnEmptyBarTableStopsTheReport) {
     m_db.saveItem(item("A1", "B1", 1, "bottom", 10, 12.0f, 500));
     const std::vector<std::string> elements{"B1"};

@@ -5,8 +5,11 @@
 #include <QAction>
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QHeaderView>
 #include <QListWidget>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTableView>
@@ -100,8 +103,7 @@ TEST_F(BarFormsTest, RoundbarOpensOnTheBuiltInTable) {
         EXPECT_NEAR(grid.cellNumber(r.row, 2), r.area, 1e-6) << r.row;
     }
     // The cells show the column's decimals: "###.##" columns print 0.89 as "  0.89".
-    EXPECT_EQ(grid.model()->data(grid.model()->index(5, 1), Qt::DisplayRole).toString(),
-              "  0.89");
+    EXPECT_EQ(grid.model()->data(grid.model()->index(5, 1), Qt::DisplayRole).toString(), "  0.89");
     for (int row = 16; row < 20; ++row) {
         EXPECT_TRUE(grid.cellText(row, 0).isEmpty()) << row;
     }
@@ -130,7 +132,7 @@ TEST_F(BarFormsTest, SaveWritesEveryRowWithADiameterWithoutGaps) {
     QObject::connect(form->progressBar(), &QProgressBar::valueChanged,
                      [&](int v) { progress << v; });
 
-    ASSERT_TRUE(type(*form, 2, 0, ""));   // 7 mm leaves the table
+    ASSERT_TRUE(type(*form, 2, 0, ""));    // 7 mm leaves the table
     ASSERT_TRUE(type(*form, 17, 0, "40")); // a new bar below an empty row
     ASSERT_TRUE(type(*form, 17, 1, "9.87"));
     ASSERT_TRUE(type(*form, 17, 2, "12.57"));
@@ -142,7 +144,8 @@ TEST_F(BarFormsTest, SaveWritesEveryRowWithADiameterWithoutGaps) {
     // 16 built-in rows - 7 mm + 40 mm = 16 records of 45 bytes, 40 mm moved up to record 16.
     const std::string bytes = test::readBytes(general() / "ROUNDBAR.DAT");
     ASSERT_EQ(bytes.size(), 16u * 45u);
-    const std::vector<float> expected = {5, 6, 8, 10, 12, 14, 16, 18, 20, 22, 24, 26, 28, 30, 32, 40};
+    const std::vector<float> expected = {5,  6,  8,  10, 12, 14, 16, 18,
+                                         20, 22, 24, 26, 28, 30, 32, 40};
     for (std::size_t n = 1; n <= expected.size(); ++n) {
         EXPECT_EQ(bytes[(n - 1) * 45], '1') << n;
         EXPECT_FLOAT_EQ(storedValue(bytes, 45, n, 0), expected[n - 1]) << n;
@@ -351,14 +354,38 @@ TEST_F(BarFormsTest, PrintShowsOneLinePerRowInUse) {
     }
 }
 
+TEST_F(BarFormsTest, InTheMainWindowPrintAndDeleteWorkOnSubWindows) {
+    QMdiArea area;
+    area.resize(900, 700);
+    area.show();
+    auto* form = open<Netiron>().release();
+    QMdiSubWindow* sub = area.addSubWindow(form);
+    sub->setAttribute(Qt::WA_DeleteOnClose);
+    sub->show();
+
+    EditAsc* viewer = form->printTable();
+    ASSERT_NE(viewer, nullptr);
+    ASSERT_EQ(area.subWindowList().size(), 2);
+    EXPECT_EQ(area.subWindowList().at(1)->widget(), viewer);
+
+    // Deleting the table closes the form's sub-window, not the viewer's.
+    ASSERT_TRUE(type(*form, 0, 0, "5"));
+    ASSERT_TRUE(form->save());
+    m_answer = QMessageBox::Yes;
+    ASSERT_TRUE(form->deleteTable());
+    QCoreApplication::processEvents();
+    ASSERT_EQ(area.subWindowList().size(), 1);
+    EXPECT_EQ(area.subWindowList().at(0)->widget(), viewer);
+}
+
 class OpndiamsTest : public BarFormsTest {};
 
 TEST_F(OpndiamsTest, ListsTheDiametersOfTheBarTable) {
     // 12, a row in use with diameter 0 (left out), 12.5, a row not in use, 16.
     test::writeBytes(general() / "ROUNDBAR.DAT",
                      record('1', {12.0f, 0.89f, 1.13f}, 11) + record('1', {0.0f}, 11) +
-                         record('1', {12.5f, 0.96f, 1.23f}, 11) +
-                         record(' ', {14.0f}, 11) + record('1', {16.0f, 1.58f, 2.01f}, 11));
+                         record('1', {12.5f, 0.96f, 1.23f}, 11) + record(' ', {14.0f}, 11) +
+                         record('1', {16.0f, 1.58f, 2.01f}, 11));
     Opndiams dialog(m_shell);
     QListWidget* list = dialog.list();
     ASSERT_EQ(list->count(), 3);
@@ -402,6 +429,13 @@ TEST_F(BarFormsTest, Screenshots) {
         form.show();
         QCoreApplication::processEvents();
         EXPECT_TRUE(form.grab().save(folder + "/orvak-" + name + ".png")) << name.toStdString();
+        // The printed table beside the picture, as text.
+        EditAsc* viewer = form.printTable();
+        ASSERT_NE(viewer, nullptr);
+        QFile text(folder + "/orvak-" + name + "-print.txt");
+        ASSERT_TRUE(text.open(QIODevice::WriteOnly));
+        text.write(viewer->text().toUtf8());
+        delete viewer;
         form.close();
     };
     shoot(*open<Roundbar>(), "Roundbar");

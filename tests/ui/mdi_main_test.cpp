@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QComboBox>
 #include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
@@ -78,8 +79,11 @@ TEST_F(MdiMainTest, ItemsKeepTheirControlArrayIndexes) {
     EXPECT_TRUE(window.menuItem(MainMenu::Setting, 3)->isSeparator());
     const QAction* bars = window.menuItem(MainMenu::Setting, 4);
     EXPECT_EQ(bars->text(), "Areas for bars");
-    EXPECT_FALSE(bars->isEnabled());
+    EXPECT_TRUE(bars->isEnabled());
     EXPECT_EQ(window.menuItem(MainMenu::Setting, 7)->text(), "NetWork Iron");
+    EXPECT_FALSE(window.menuItem(MainMenu::Setting, 6)->isEnabled()) << "Filling has no form";
+    EXPECT_EQ(window.menuItem(MainMenu::Quantities, 1)->text(), "steel print");
+    EXPECT_TRUE(window.menuItem(MainMenu::Quantities, 1)->isEnabled());
 
     EXPECT_EQ(window.menuItem(MainMenu::Beam, 4)->text(), "Analysis and Design");
     EXPECT_TRUE(window.menuItem(MainMenu::Foundation, 3)->isSeparator());
@@ -88,6 +92,25 @@ TEST_F(MdiMainTest, ItemsKeepTheirControlArrayIndexes) {
     EXPECT_FALSE(window.menuItem(MainMenu::Columns, 3)->isEnabled());
     EXPECT_EQ(window.menuItem(MainMenu::Help, 5)->text(), "&Report");
     EXPECT_TRUE(window.menuItem(MainMenu::Help, 5)->isEnabled());
+}
+
+TEST_F(MdiMainTest, SettingAndQuantityItemsOpenTheirForms) {
+    shell::ShellState shell = startShell();
+    MdiMain window(shell);
+    window.menuItem(MainMenu::Setting, 4)->trigger();
+    window.menuItem(MainMenu::Setting, 5)->trigger();
+    window.menuItem(MainMenu::Setting, 7)->trigger();
+    window.menuItem(MainMenu::Quantities, 0)->trigger();
+    window.menuItem(MainMenu::Quantities, 1)->trigger();
+    QStringList open;
+    for (const QMdiSubWindow* sub : window.mdiArea()->subWindowList()) {
+        open << sub->widget()->objectName();
+    }
+    open.sort();
+    EXPECT_EQ(open, QStringList({"Netiron", "Roundbar", "SteelQnt", "SteelUpd", "spacing"}));
+    // A second click brings the open form forward instead of opening another.
+    window.menuItem(MainMenu::Setting, 4)->trigger();
+    EXPECT_EQ(window.mdiArea()->subWindowList().size(), 5);
 }
 
 TEST_F(MdiMainTest, CaptionsComeFromThePromptFile) {

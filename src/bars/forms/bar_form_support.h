@@ -50,8 +50,9 @@ EditAsc* openReportViewer(QWidget* form, const shell::ShellState& shell, const Q
 
 /// The project's steel store as the steel forms need it. When the project holds an old
 /// Iron.MDB and no Iron.db, the user is first asked whether to import it (`importQuestion`;
-/// an empty question offers nothing); the outcome of an import is told. Without a store the result is empty unless `create` is
-/// set, which makes an empty store. Every failure is told; the result is then empty.
+/// an empty question offers nothing); the outcome of an import is told. Without a store the result
+/// is empty unless `create` is set, which makes an empty store. Every failure is told; the result
+/// is then empty.
 std::optional<bars::IronDatabase> openSteelStore(QWidget* form, const shell::ShellState& shell,
                                                  bool create, const QString& importQuestion,
                                                  const AskHook& ask, const MessageHook& tell);

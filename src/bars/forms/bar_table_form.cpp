@@ -82,15 +82,15 @@ EnglishTexts englishTexts(bars::TableId id) {
 BarTableForm::BarTableForm(const bars::TableKind& kind, shell::ShellState& shell, QWidget* parent)
     : QWidget(parent), m_shell(shell), m_table(kind), m_toolBar(new QToolBar(this)),
       m_grid(new InputGrid(this)), m_status(new QLabel(this)), m_progress(new QProgressBar(this)) {
-    setObjectName(QString::fromLatin1(kind.formName.data(),
-                                      static_cast<qsizetype>(kind.formName.size())));
+    setObjectName(
+        QString::fromLatin1(kind.formName.data(), static_cast<qsizetype>(kind.formName.size())));
     m_toolBar->setObjectName(QStringLiteral("Toolbar1"));
     m_toolBar->setToolButtonStyle(Qt::ToolButtonTextOnly);
     m_toolBar->setMovable(false);
     for (const ToolKey& tool : kTools) {
         QAction* action = m_toolBar->addAction(QString());
-        action->setObjectName(QString::fromLatin1(tool.key.data(),
-                                                  static_cast<qsizetype>(tool.key.size())));
+        action->setObjectName(
+            QString::fromLatin1(tool.key.data(), static_cast<qsizetype>(tool.key.size())));
         const std::string_view key = tool.key;
         connect(action, &QAction::triggered, this, [this, key] { toolbarCommand(key); });
         if (key == "cdelete") {
@@ -132,9 +132,9 @@ QString BarTableForm::prompt(std::size_t n, std::string_view fallback) const {
 void BarTableForm::readPrompts() {
     const bars::TableKind& kind = m_table.kind();
     const EnglishTexts english = englishTexts(kind.id);
-    m_prompts = shell::readPrompts(m_shell.programFolder, m_shell.language(), kind.promptKey, 2,
-                                   kFirstHeadingPrompt - 1 +
-                                       static_cast<std::size_t>(kind.gridColumns));
+    m_prompts =
+        shell::readPrompts(m_shell.programFolder, m_shell.language(), kind.promptKey, 2,
+                           kFirstHeadingPrompt - 1 + static_cast<std::size_t>(kind.gridColumns));
 
     InputGridSetup setup;
     setup.rows = kind.gridRows;
@@ -307,8 +307,7 @@ EditAsc* BarTableForm::printTable() {
     const std::string headings =
         m_prompts.count() >= kPrintHeadingPrompt ? m_prompts(kPrintHeadingPrompt) : std::string();
     const std::string text = bars::printTable(m_table, headings);
-    return openReportViewer(this, m_shell, windowTitle(), toQString(text, language),
-                            m_messageHook);
+    return openReportViewer(this, m_shell, windowTitle(), toQString(text, language), m_messageHook);
 }
 
 bool BarTableForm::deleteTable() {

@@ -79,8 +79,8 @@ void Opndiams::readPrompts() {
     m_list->clear();
     const QString itemText = prompt(kItemPrompt, "%1 mm");
     for (const float d : m_diameters.diameters) {
-        auto* item = new QListWidgetItem(
-            itemText.arg(QString::fromStdString(bars::cellTextFor(d))), m_list);
+        auto* item =
+            new QListWidgetItem(itemText.arg(QString::fromStdString(bars::cellTextFor(d))), m_list);
         item->setData(Qt::UserRole, static_cast<double>(d));
     }
     m_list->setCurrentRow(current);

@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <set>
 
+#include "bars/bar_table_grid.h"
 #include "bars/bar_tables.h"
 #include "bars/steel_report.h"
 #include "core/error.h"
@@ -47,8 +48,8 @@ constexpr std::array<std::string_view, SteelQnt::kListCount> kTabNames = {
     "Structures", "Column groups", "Footing groups", "Slabs"};
 constexpr std::array<std::string_view, SteelQnt::kListCount> kAllNames = {
     "All structures", "All column groups", "All footing groups", "All slabs"};
-constexpr std::array<const char*, SteelQnt::kListCount> kListObjectNames = {
-    "StrucList", "LSTCol", "LSTFoot", "CielList"};
+constexpr std::array<const char*, SteelQnt::kListCount> kListObjectNames = {"StrucList", "LSTCol",
+                                                                            "LSTFoot", "CielList"};
 constexpr std::array<const char*, SteelQnt::kListCount> kAllObjectNames = {
     "AllStrucchk", "AllColsGroupschk", "AllFootsGroupschk", "CielChk"};
 
@@ -72,9 +73,8 @@ SteelQnt::ElementList listOfKind(std::int16_t kind) {
 
 SteelQnt::SteelQnt(shell::ShellState& shell, QWidget* parent)
     : QWidget(parent), m_shell(shell), m_allItems(new QCheckBox(this)),
-      m_tabs(new QTabWidget(this)), m_emptyNote(new QLabel(this)),
-      m_roundupLabel(new QLabel(this)), m_roundup(new QLineEdit(this)),
-      m_ok(new QPushButton(this)), m_exit(new QPushButton(this)) {
+      m_tabs(new QTabWidget(this)), m_emptyNote(new QLabel(this)), m_roundupLabel(new QLabel(this)),
+      m_roundup(new QLineEdit(this)), m_ok(new QPushButton(this)), m_exit(new QPushButton(this)) {
     setObjectName(QStringLiteral("SteelQnt"));
     ORVAK_ASSERT(m_shell.hasProject());
 
@@ -107,8 +107,8 @@ SteelQnt::SteelQnt(shell::ShellState& shell, QWidget* parent)
     });
 
     m_roundup->setObjectName(QStringLiteral("RoundupTxt"));
-    m_roundup->setValidator(new QRegularExpressionValidator(
-        QRegularExpression(QStringLiteral("[.0-9]*")), m_roundup));
+    m_roundup->setValidator(
+        new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[.0-9]*")), m_roundup));
     m_roundup->setMaxLength(8);
     m_roundup->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
     fitToChars(m_roundup, 8);
@@ -303,14 +303,16 @@ EditAsc* SteelQnt::report() {
     }
     try {
         const bars::BarPropertyTable barTable = bars::LoadBarProperties(m_shell.generalFolder());
-        const bars::SteelReport report = bars::buildSteelReport(*m_db, chosen, barTable);
+        // The rounding field is a step in kg for the printed sums; blank or 0 rounds nothing.
+        const double roundingStepKg = bars::cellNumber(fromQString(m_roundup->text(), m_shell.language()));
+        const bars::SteelReport report =
+            bars::buildSteelReport(*m_db, chosen, barTable, roundingStepKg);
         if (report.status == bars::SteelReportStatus::NoBarTable) {
             tell(generalPrompt(m_shell, General::BarTableEmpty));
             return nullptr;
         }
-        const std::string textLine = m_prompts.count() >= kReportTextsPrompt
-                                         ? m_prompts(kReportTextsPrompt)
-                                         : std::string();
+        const std::string textLine =
+            m_prompts.count() >= kReportTextsPrompt ? m_prompts(kReportTextsPrompt) : std::string();
         const std::string text =
             bars::formatSteelReport(report, bars::SteelReportTexts::fromPrompt(textLine));
         return openReportViewer(this, m_shell, windowTitle(), toQString(text, m_shell.language()),

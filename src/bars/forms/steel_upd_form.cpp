@@ -13,8 +13,8 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpressionValidator>
-#include <QSpacerItem>
 #include <QShowEvent>
+#include <QSpacerItem>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -55,9 +55,9 @@ enum Prompt : std::size_t {
     kChooseDiameterTip,
     kNoElement,
     kNoDiameter,
-    kAdded,          ///< "%1" the key
-    kChanged,        ///< "%1" the key
-    kDeleteQuestion, ///< "%1" the key
+    kAdded,             ///< "%1" the key
+    kChanged,           ///< "%1" the key
+    kDeleteQuestion,    ///< "%1" the key
     kDeleteAllQuestion, ///< "%1" count, "%2" element
     kNoneChosen,
     kNoSuchItem, ///< "%1" the key
@@ -90,8 +90,8 @@ constexpr std::array<FieldRule, SteelUpd::kFieldCount> kFieldRules = {{
     {"DescTxt", nullptr, static_cast<int>(bars::kDescriptionWidth), 27, "Description:"},
 }};
 
-constexpr std::array<std::string_view, SteelUpd::kBarKinds> kBarKindNames = {
-    "Main bar", "Stirrup", "Other"};
+constexpr std::array<std::string_view, SteelUpd::kBarKinds> kBarKindNames = {"Main bar", "Stirrup",
+                                                                             "Other"};
 
 constexpr std::array<bars::ElementKind, 3> kKinds = {
     bars::ElementKind::Slab, bars::ElementKind::Footing, bars::ElementKind::Extra};
@@ -129,7 +129,8 @@ QString listHeading(const std::string& prompt, std::string_view language) {
         }
         const QString heading = toQString(text, language);
         const int room = column.width - column.trailing;
-        const QString cell = column.left ? heading.leftJustified(room) : heading.rightJustified(room);
+        const QString cell =
+            column.left ? heading.leftJustified(room) : heading.rightJustified(room);
         if (line.size() < start) {
             line = line.leftJustified(start);
         } else if (line.size() > start) {
@@ -163,10 +164,9 @@ SteelUpd::SteelUpd(shell::ShellState& shell, QWidget* parent)
       m_kindGroup(new QButtonGroup(this)), m_element(new QComboBox(this)),
       m_elementLabel(new QLabel(this)), m_barKindLabel(new QLabel(this)),
       m_barKindGroup(new QButtonGroup(this)), m_diameterChoice(new QToolButton(this)),
-      m_listHeading(new QLabel(this)), m_items(new QListWidget(this)),
-      m_new(new QPushButton(this)), m_edit(new QPushButton(this)), m_save(new QPushButton(this)),
-      m_delete(new QPushButton(this)), m_deleteAll(new QPushButton(this)),
-      m_exit(new QPushButton(this)) {
+      m_listHeading(new QLabel(this)), m_items(new QListWidget(this)), m_new(new QPushButton(this)),
+      m_edit(new QPushButton(this)), m_save(new QPushButton(this)), m_delete(new QPushButton(this)),
+      m_deleteAll(new QPushButton(this)), m_exit(new QPushButton(this)) {
     setObjectName(QStringLiteral("SteelUpd"));
     ORVAK_ASSERT(m_shell.hasProject());
 
@@ -399,11 +399,11 @@ bool SteelUpd::ensureStore(bool create) {
         return true;
     }
     // The old store is offered once; declined, the first save makes a new, empty one.
-    const QString question = m_storeOffered ? QString()
-                                            : prompt(kImportQuestion,
-                                                     "This project holds the steel quantities of "
-                                                     "an older version (Iron.MDB). Import them "
-                                                     "now?");
+    const QString question =
+        m_storeOffered ? QString()
+                       : prompt(kImportQuestion, "This project holds the steel quantities of "
+                                                 "an older version (Iron.MDB). Import them "
+                                                 "now?");
     m_storeOffered = true;
     m_db = openSteelStore(this, m_shell, create, question, m_askHook, m_messageHook);
     return m_db.has_value();
