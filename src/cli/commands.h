@@ -18,5 +18,7 @@ struct CommandContext {
 void addProjectCommands(CLI::App& app, CommandContext& context);
 void addBarsCommands(CLI::App& app, CommandContext& context);
 void addSteelCommands(CLI::App& app, CommandContext& context);
+void addModelCommands(CLI::App& app, CommandContext& context);
+void addBeamCommands(CLI::App& app, CommandContext& context);
 
 } // namespace orvak::cli

@@ -17,6 +17,8 @@ int main(int argc, char** argv) {
     orvak::cli::addProjectCommands(app, context);
     orvak::cli::addBarsCommands(app, context);
     orvak::cli::addSteelCommands(app, context);
+    orvak::cli::addModelCommands(app, context);
+    orvak::cli::addBeamCommands(app, context);
 
     try {
         app.parse(argc, argv);

@@ -7,6 +7,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "bars/bar_table_grid.h"
+#include "beams/model_json.h"
 #include "core/codepage.h"
 #include "core/error.h"
 #include "core/file_util.h"
@@ -191,6 +193,15 @@ fs::path installDemoProject(const fs::path& demoData, const fs::path& projectsFo
     try {
         writeProjectRecord(target, record);
         createScratchFolder(target);
+        // The demo building's floors and beams, when the data folder describes them.
+        if (const auto model = core::findFileNoCase(demoData, "model.json")) {
+            try {
+                beams::importModelFile(target, *model);
+            } catch (const InputError& e) {
+                throw FileError(*model, std::string("The demo model cannot be imported: ") +
+                                            e.what());
+            }
+        }
     } catch (...) {
         std::error_code ec;
         fs::remove_all(target, ec);
@@ -206,6 +217,21 @@ void installProgramData(const fs::path& dataFolder, const fs::path& programFolde
     core::makeFolder(programFolder);
     const fs::path drivers = core::resolveNoCase(programFolder, kDriversFolderName);
     core::makeFolder(drivers);
+
+    // A fresh installation gets the built-in bar and spacing tables as files, so that the
+    // design modules and the steel report have bars to work with from the first start. An
+    // existing GENERAL folder is the user's: a table deleted there stays deleted.
+    if (!core::findFileNoCase(programFolder, kGeneralFolderName)) {
+        const fs::path general = programFolder / kGeneralFolderName;
+        core::makeFolder(general);
+        for (const bars::TableKind* kind : {&bars::roundbarTable(), &bars::spacingTable()}) {
+            bars::BarTableGrid grid = bars::BarTableGrid::read(*kind, general);
+            if (grid.showsDefaults()) {
+                grid.markChanged();
+                grid.save(general);
+            }
+        }
+    }
     if (const auto languageFile = core::findFileNoCase(dataFolder, kLanguageFile)) {
         copyFileIfMissing(*languageFile, drivers);
     }

@@ -6,6 +6,7 @@
 
 #include <map>
 
+#include "bars/bar_tables.h"
 #include "shell/projects.h"
 #include "support/temp_dir.h"
 
@@ -72,6 +73,24 @@ TEST_F(StartupRun, FirstStartInstallsTheShippedDataAndOpensTheDemoProject) {
     EXPECT_EQ(shell.sheetName, "Sheet1");
     EXPECT_TRUE(fs::is_directory(demo / "TMPDIR"));
     EXPECT_TRUE(shell.warnings.empty()) << shell.warnings.front();
+
+    // The built-in tables become files: 16 bars of 45 bytes, 27 spacings of 85; no mesh.
+    EXPECT_EQ(fs::file_size(general() / "ROUNDBAR.DAT"), 16u * 45u);
+    EXPECT_EQ(fs::file_size(general() / "SPACING.DAT"), 27u * 85u);
+    EXPECT_FALSE(fs::exists(general() / "NETIRON.DAT"));
+    const auto bars = bars::LoadBarProperties(general());
+    const auto twelve = bars::FindBarProperties(12.0f, bars.rows);
+    ASSERT_TRUE(twelve.has_value());
+    EXPECT_FLOAT_EQ(twelve->weightKgPerM, 0.89f); // the built-in row 12 mm, 0.89 kg/m, 1.13 cm²
+    EXPECT_FLOAT_EQ(twelve->areaCm2, 1.13f);
+}
+
+TEST_F(StartupRun, AnExistingGeneralFolderGetsNoTablesBack) {
+    // The user deleted the bar table: a later start must not bring it back.
+    fs::create_directories(general());
+    start(fs::path(ORVAK_SOURCE_DATA_DIR));
+    EXPECT_FALSE(fs::exists(general() / "ROUNDBAR.DAT"));
+    EXPECT_FALSE(fs::exists(general() / "SPACING.DAT"));
 }
 
 TEST_F(StartupRun, InstallingNeverOverwritesTheUsersFilesNorBringsBackADeletedDemo) {

@@ -56,7 +56,12 @@ float storedValue(const std::string& file, std::size_t recordLength, std::size_t
 
 class BarFormsTest : public test::ShellFixture {
 protected:
-    BarFormsTest() : m_shell(startShell()) {}
+    BarFormsTest() : m_shell(startShell()) {
+        // A first start installs the built-in tables as files; these tests begin where the
+        // user has none, the state the forms' own defaults are for.
+        fs::remove(general() / "ROUNDBAR.DAT");
+        fs::remove(general() / "SPACING.DAT");
+    }
 
     fs::path general() const { return m_shell.generalFolder(); }
 

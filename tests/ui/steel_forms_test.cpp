@@ -276,7 +276,9 @@ TEST_F(SteelFormsTest, SteelQntWithoutBarTableOrChoiceTellsTheUser) {
     auto form = open<SteelQnt>();
     EXPECT_EQ(form->report(), nullptr);
     ASSERT_TRUE(form->chooseElement("B1"));
-    EXPECT_EQ(form->report(), nullptr); // no ROUNDBAR.DAT
+    // The bar table the first start installed is gone (deleted by the user).
+    std::filesystem::remove(m_shell.generalFolder() / "ROUNDBAR.DAT");
+    EXPECT_EQ(form->report(), nullptr);
     EXPECT_EQ(m_messages, (QStringList{"Tick at least one element.",
                                        "The bar table is empty: enter the bar diameters in "
                                        "Setting > Areas for bars first."}));

@@ -1,0 +1,78 @@
+// Choice of the main bars of a design point from a required steel area: count, diameter and
+// layers, from the bar table, checked against the clear spacing the beam width allows.
+#include "beams/bar_selection.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace orvak::beams {
+
+namespace {
+
+double clearSpacingCm(double diameterMm, const BarSelectionSettings& settings) {
+    return std::max(settings.minClearSpacingCm, diameterMm / 10.0);
+}
+
+} // namespace
+
+int barsPerLayer(double widthCm, double diameterMm, const BarSelectionSettings& settings) {
+    const double db = diameterMm / 10.0;
+    const double inside = widthCm - 2.0 * settings.sideCoverCm -
+                          2.0 * settings.stirrupDiameterMm / 10.0;
+    if (!(db > 0.0) || inside < db) {
+        return 0;
+    }
+    const double s = clearSpacingCm(diameterMm, settings);
+    // n bars and n - 1 gaps: n db + (n - 1) s <= inside. A hair of tolerance keeps an exact
+    // fit from being lost to rounding.
+    return static_cast<int>(std::floor((inside + s) / (db + s) + 1e-9));
+}
+
+BarChoice selectBars(double areaCm2, double widthCm, std::span<const bars::BarProperties> table,
+                     const BarSelectionSettings& settings) {
+    BarChoice best;
+    const int minBars = std::max(settings.minBars, 1);
+    const int maxLayers = std::max(settings.maxLayers, 1);
+    const double need = std::isfinite(areaCm2) ? std::max(areaCm2, 0.0) : 0.0;
+    for (const bars::BarProperties& bar : table) {
+        const double dia = bar.diameterMm;
+        if (!(dia > 0.0) || !(bar.areaCm2 > 0.0) || dia < settings.minDiameterMm ||
+            (settings.maxDiameterMm > 0.0 && dia > settings.maxDiameterMm)) {
+            continue;
+        }
+        const int perLayer = barsPerLayer(widthCm, dia, settings);
+        if (perLayer < 2) {
+            continue;
+        }
+        // A tolerance of a millionth of a bar keeps 4 × 2.01 for 8.04 at four bars.
+        const int count = std::max(
+            minBars, static_cast<int>(std::ceil(need / bar.areaCm2 - 1e-6)));
+        const int layers = (count + perLayer - 1) / perLayer;
+        if (layers > maxLayers) {
+            continue;
+        }
+        const double provided = count * static_cast<double>(bar.areaCm2);
+        const bool better =
+            !best.found || layers < best.layers ||
+            (layers == best.layers &&
+             (provided < best.areaCm2 - 1e-9 ||
+              (std::abs(provided - best.areaCm2) <= 1e-9 && dia > best.diameterMm)));
+        if (better) {
+            const double db = dia / 10.0;
+            const double inside = widthCm - 2.0 * settings.sideCoverCm -
+                                  2.0 * settings.stirrupDiameterMm / 10.0;
+            best.found = true;
+            best.count = count;
+            best.diameterMm = dia;
+            best.layers = layers;
+            best.barsPerLayer = perLayer;
+            best.areaCm2 = provided;
+            const int inFullLayer = std::min(count, perLayer);
+            best.clearSpacingCm =
+                inFullLayer > 1 ? (inside - inFullLayer * db) / (inFullLayer - 1) : 0.0;
+        }
+    }
+    return best;
+}
+
+} // namespace orvak::beams

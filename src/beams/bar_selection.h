@@ -1,0 +1,43 @@
+// Choice of the main bars of a design point from a required steel area: count, diameter and
+// layers, from the bar table, checked against the clear spacing the beam width allows.
+#pragma once
+
+#include <span>
+
+#include "bars/bar_tables.h"
+
+namespace orvak::beams {
+
+struct BarSelectionSettings {
+    double sideCoverCm = 2.5;       ///< clear cover to the stirrup at the sides, cm
+    double stirrupDiameterMm = 8.0; ///< stirrup between the cover and the bars, mm
+    double minDiameterMm = 12.0;    ///< smallest main bar offered, mm
+    double maxDiameterMm = 0.0;     ///< largest main bar offered, mm; 0 or less: any
+    double minClearSpacingCm = 2.5; ///< ACI clear spacing: the larger of this and one bar
+    int minBars = 2;                ///< corner bars of the stirrups
+    int maxLayers = 3;
+};
+
+struct BarChoice {
+    bool found = false;
+    int count = 0;
+    double diameterMm = 0.0;
+    int layers = 0;
+    int barsPerLayer = 0;      ///< most bars one layer can hold
+    double areaCm2 = 0.0;      ///< provided: count × area of one bar
+    double clearSpacingCm = 0.0; ///< clear distance between bars of a full layer
+};
+
+/// Bars of one layer that fit a web of widthCm with bars of diameterMm: the width less both
+/// covers and stirrups, with a clear spacing of max(minClearSpacingCm, bar diameter) between
+/// neighbours. 0 when not even one bar fits.
+int barsPerLayer(double widthCm, double diameterMm, const BarSelectionSettings& settings);
+
+/// The bars for areaCm2 (>= 0): among the table's diameters within the settings' range, the
+/// fewest layers first, then the smallest provided area, then the larger bar (fewer pieces).
+/// Every candidate has at least minBars bars and at least two per layer. found is false when
+/// no diameter fits within maxLayers.
+BarChoice selectBars(double areaCm2, double widthCm, std::span<const bars::BarProperties> table,
+                     const BarSelectionSettings& settings);
+
+} // namespace orvak::beams

@@ -1,0 +1,173 @@
+// Design of a whole continuous beam from its analysis: flexure and bars at the supports and in
+// the field of every span, stirrups, the minimum-depth check and the long-term deflection.
+#include "beams/beam_design.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace orvak::beams {
+
+namespace {
+
+std::string spanList(const std::vector<int>& spans) {
+    std::string out;
+    for (int s : spans) {
+        out += (out.empty() ? " " : ", ") + std::to_string(s);
+    }
+    return out;
+}
+
+double stationShear(const Envelope& env, std::size_t span, int station) {
+    const std::size_t k = span * kStationsPerSpan + static_cast<std::size_t>(station);
+    if (k >= env.stationShearMaxKg.size() || k >= env.stationShearMinKg.size()) {
+        return 0.0;
+    }
+    return std::max(std::abs(env.stationShearMaxKg[k]), std::abs(env.stationShearMinKg[k]));
+}
+
+} // namespace
+
+BeamDesignResult designBeam(const BeamDesignInput& input) {
+    BeamDesignResult r;
+    r.materials = input.materials;
+    const std::size_t n = input.model.spans.size();
+    const Envelope& env = input.analysis.envelope;
+    if (!input.analysis.ok()) {
+        r.failures.push_back("The beam has no analysis to design from: " + input.analysis.message);
+        return r;
+    }
+    if (n == 0 || input.sections.size() != n || input.model.supports.size() != n + 1 ||
+        env.supportMomentMinKgCm.size() != n + 1 || env.supportMomentMaxKgCm.size() != n + 1 ||
+        env.spanMomentMax.size() != n || env.spanMomentMin.size() != n) {
+        r.failures.push_back("The beam's sections do not match its analysed spans.");
+        return r;
+    }
+    if (!(input.materials.fcKgCm2 > 0.0) || !(input.materials.fyKgCm2 > 0.0)) {
+        r.failures.push_back("The concrete strength and the steel yield stress must be above zero.");
+        return r;
+    }
+    r.limits = flexureLimits(input.flexure, input.materials);
+    r.limitBlockDepthCm.assign(n + 1, {0.0, 0.0});
+    auto flagged = [&](std::size_t joint) {
+        return joint < input.ldFactorAtSupport.size() && input.ldFactorAtSupport[joint];
+    };
+
+    std::vector<double> jointAst(n + 1, 0.0), jointAsc(n + 1, 0.0);
+    std::vector<double> memberAst(n, 0.0), memberAsc(n, 0.0);
+    for (std::size_t i = 0; i < n; ++i) {
+        const SectionGeometry& sec = input.sections[i];
+        struct Place {
+            PointPlace place;
+            bool hogging;
+            double moment;
+            std::size_t joint;
+        };
+        const Place places[] = {
+            {PointPlace::Left, true, std::min(env.supportMomentMinKgCm[i], 0.0), i},
+            {PointPlace::Left, false, std::max(env.supportMomentMaxKgCm[i], 0.0), i},
+            {PointPlace::Field, false, std::max(env.spanMomentMax[i].value, 0.0), n + 1},
+            {PointPlace::Field, true, std::min(env.spanMomentMin[i].value, 0.0), n + 1},
+            {PointPlace::Right, true, std::min(env.supportMomentMinKgCm[i + 1], 0.0), i + 1},
+            {PointPlace::Right, false, std::max(env.supportMomentMaxKgCm[i + 1], 0.0), i + 1},
+        };
+        for (const Place& p : places) {
+            FlexurePoint fp;
+            fp.span = static_cast<int>(i);
+            fp.place = p.place;
+            fp.hogging = p.hogging;
+            fp.momentKgCm = std::isfinite(p.moment) ? p.moment : 0.0;
+            const double mu = designMomentTm(fp.momentKgCm, p.joint <= n && flagged(p.joint),
+                                             input.flexure);
+            fp.flexure = designFlexure(sec, mu, p.hogging, input.flexure, input.materials);
+            if (!fp.flexure.ok()) {
+                r.failures.push_back("Span " + std::to_string(i + 1) + ": " + fp.flexure.message);
+            }
+            fp.tensionBars = selectBars(fp.flexure.tensionAreaCm2, sec.webWidthCm, input.barTable,
+                                        input.bars);
+            if (!fp.tensionBars.found) {
+                r.failures.push_back("Span " + std::to_string(i + 1) +
+                                     ": no bar arrangement of the bar table fits the web width.");
+            }
+            if (fp.flexure.compressionAreaCm2 > 0.0) {
+                fp.compressionBars = selectBars(fp.flexure.compressionAreaCm2, sec.webWidthCm,
+                                                input.barTable, input.bars);
+                if (!fp.compressionBars.found) {
+                    r.failures.push_back(
+                        "Span " + std::to_string(i + 1) +
+                        ": no compression bar arrangement of the bar table fits the web width.");
+                }
+            }
+            if (p.hogging && p.place != PointPlace::Field) {
+                jointAst[p.joint] = std::max(jointAst[p.joint], fp.tensionBars.areaCm2);
+                jointAsc[p.joint] = std::max(jointAsc[p.joint], fp.compressionBars.areaCm2);
+                r.limitBlockDepthCm[p.joint][p.place == PointPlace::Left ? 1 : 0] =
+                    fp.flexure.limitBlockDepthCm;
+            }
+            if (!p.hogging && p.place == PointPlace::Field) {
+                memberAst[i] = fp.tensionBars.areaCm2;
+                memberAsc[i] = fp.compressionBars.areaCm2;
+            }
+            r.flexurePoints.push_back(fp);
+        }
+
+        const int stations[] = {0, kStationDivisions / 2, kStationDivisions};
+        const PointPlace shearPlaces[] = {PointPlace::Left, PointPlace::Field, PointPlace::Right};
+        for (int k = 0; k < 3; ++k) {
+            ShearPoint sp;
+            sp.span = static_cast<int>(i);
+            sp.place = shearPlaces[k];
+            sp.vuKg = stationShear(env, i, stations[k]);
+            ShearPointInput in;
+            in.vuKg = sp.vuKg;
+            in.webWidthCm = sec.webWidthCm;
+            in.heightCm = sec.heightCm;
+            in.effectiveDepthCm = sec.heightCm - input.flexure.coverCm;
+            sp.shear = designShear(in, input.shear, input.materials);
+            if (!sp.shear.ok()) {
+                r.failures.push_back("Span " + std::to_string(i + 1) + ": " + sp.shear.message);
+            }
+            r.shearPoints.push_back(sp);
+        }
+
+        const BeamSupport& left = input.model.supports[i];
+        const BeamSupport& right = input.model.supports[i + 1];
+        SpanEndConditions ends;
+        ends.leftContinuous = i > 0 || left.restrainsRotation;
+        ends.rightContinuous = i + 1 < n || right.restrainsRotation;
+        ends.cantilever = !left.restrainsDisplacement || !right.restrainsDisplacement;
+        SpanDepthCheck dc;
+        dc.heightCm = sec.heightCm;
+        dc.minimumCm = minimumDepthCm(input.model.spans[i].lengthCm, ends);
+        dc.shallow = dc.heightCm < dc.minimumCm;
+        if (dc.shallow) {
+            r.shallowSpans.push_back(static_cast<int>(i) + 1);
+        }
+        r.depthChecks.push_back(dc);
+    }
+    if (!r.shallowSpans.empty()) {
+        r.messages.push_back(std::string(kDepthMessage) + spanList(r.shallowSpans));
+        r.messages.push_back(std::string(kCheckDeflectionMessage));
+    }
+
+    DeflectionInput din;
+    din.model = input.model;
+    din.analysis = input.analysis;
+    din.sections = input.sections;
+    din.fcKgCm2 = input.materials.fcKgCm2;
+    din.jointAst = std::move(jointAst);
+    din.jointAsc = std::move(jointAsc);
+    din.memberAst = std::move(memberAst);
+    din.memberAsc = std::move(memberAsc);
+    din.settings = input.deflection;
+    r.deflection = computeLongTermDeflection(din);
+    if (!r.deflection.ok) {
+        r.failures.push_back(r.deflection.message);
+    } else if (!r.deflection.exceedingSpans.empty()) {
+        r.failures.push_back("The long time deflection exceeds L/" +
+                             std::to_string(static_cast<long long>(std::lround(r.deflection.divisor))) +
+                             " in span(s)" + spanList(r.deflection.exceedingSpans) + ".");
+    }
+    return r;
+}
+
+} // namespace orvak::beams

@@ -1,0 +1,215 @@
+// Flexural design of one point of a continuous beam to ACI strength design: tension steel,
+// compression steel where the section needs it, the steel-ratio limits and the minimum depth.
+#include "beams/flexure.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/concrete.h"
+
+namespace orvak::beams {
+
+namespace {
+
+constexpr double kTmToKgCm = 100000.0;
+// 0.375 of the rib's shortcut limit, M1 = 0.375 b d² Fc.
+constexpr double kShortcutFactor = 0.375;
+
+double fallback(double stored, double value) {
+    return stored > 0.0 ? stored : value;
+}
+
+// Steel of a rectangle of width b for the moment mu (kg·cm): tension steel alone up to the
+// limit moment M1 = phi 0.85 Fc b a (d - a/2) at c = FacRmax × c b, else the limit steel plus
+// a couple over d - d' whose compression steel works at the stress its strain allows.
+struct RectangleSteel {
+    FlexureBranch branch = FlexureBranch::None;
+    double as = 0.0;
+    double asc = 0.0;
+    double fsc = 0.0;
+    double m1 = 0.0;
+    double aLimit = 0.0;
+    bool compressionIneffective = false;
+};
+
+RectangleSteel designRectangle(double mu, double b, double d, double dPrime,
+                               const FlexureLimits& lim, const DesignMaterials& mat) {
+    RectangleSteel out;
+    const double cb = core::balancedTerm(mat.fyKgCm2) * d;
+    const double c = lim.facRmax * cb;
+    const double a = lim.beta1 * c;
+    out.aLimit = a;
+    out.m1 = lim.phi * 0.85 * mat.fcKgCm2 * b * a * (d - a / 2.0);
+    if (mu <= 0.0) {
+        return out;
+    }
+    const double rho = tensionRatio(mu, b, d, mat.fcKgCm2, mat.fyKgCm2);
+    if (mu <= out.m1 && rho >= 0.0) {
+        out.branch = FlexureBranch::TensionOnly;
+        out.as = rho * b * d;
+        return out;
+    }
+    // The limit steel balances the stress block at c; the excess goes to the couple. With
+    // phi above 0.9 the square root can fail a little below M1: the couple is then zero.
+    out.branch = FlexureBranch::CompressionSteel;
+    const double as1 = 0.85 * mat.fcKgCm2 * b * a / mat.fyKgCm2;
+    const double excess = std::max(mu - out.m1, 0.0);
+    const double as2 = excess / (lim.phi * mat.fyKgCm2 * (d - dPrime));
+    out.as = as1 + as2;
+    const double strain = c > 0.0 ? 0.003 * (c - dPrime) / c : 0.0;
+    out.fsc = std::min(mat.fyKgCm2, strain * kSteelModulusKgCm2);
+    if (out.fsc <= 0.0) {
+        out.compressionIneffective = excess > 0.0;
+        out.fsc = 0.0;
+        out.asc = excess > 0.0 ? as2 : 0.0;
+    } else {
+        out.asc = as2 * mat.fyKgCm2 / out.fsc;
+    }
+    return out;
+}
+
+} // namespace
+
+double tensionRatio(double momentKgCm, double widthCm, double depthCm, double fcKgCm2,
+                    double fyKgCm2) {
+    const double arg = 1.0 - 2.61 * momentKgCm / (fcKgCm2 * widthCm * depthCm * depthCm);
+    if (arg < 0.0) {
+        return -1.0;
+    }
+    return 0.85 * fcKgCm2 / fyKgCm2 * (1.0 - std::sqrt(arg));
+}
+
+FlexureLimits flexureLimits(const FlexureSettings& settings, const DesignMaterials& materials) {
+    FlexureLimits lim;
+    lim.phi = fallback(settings.momFi, kMomFiFallback);
+    lim.facRmax = std::min(fallback(settings.facRmax, kFacRmaxFallback), 1.0);
+    lim.facRmin = fallback(settings.facRmin, kFacRminFallback);
+    lim.beta1 = core::beta1(materials.fcKgCm2);
+    lim.rhoBalanced = 0.85 * materials.fcKgCm2 / materials.fyKgCm2 * lim.beta1 *
+                      core::balancedTerm(materials.fyKgCm2);
+    lim.rhoMax = lim.facRmax * lim.rhoBalanced;
+    lim.rhoMin = lim.facRmin / materials.fyKgCm2;
+    return lim;
+}
+
+double designMomentTm(double momentKgCm, bool flaggedEndSupport, const FlexureSettings& settings) {
+    const double m = std::abs(momentKgCm) / kTmToKgCm;
+    return flaggedEndSupport ? m * fallback(settings.ldFact, kLdFactFallback) : m;
+}
+
+FlexureResult designFlexure(const SectionGeometry& section, double muTm, bool hogging,
+                            const FlexureSettings& settings, const DesignMaterials& materials) {
+    FlexureResult r;
+    r.momentTm = std::isfinite(muTm) ? std::abs(muTm) : 0.0;
+    const double d = section.heightCm - settings.coverCm;
+    const double dPrime = settings.compressionCoverCm;
+    r.effectiveDepthCm = d;
+    if (!(materials.fcKgCm2 > 0.0) || !(materials.fyKgCm2 > 0.0)) {
+        r.status = FlexureStatus::InvalidInput;
+        r.message = "The concrete strength and the steel yield stress must be above zero.";
+        return r;
+    }
+    if (!(section.webWidthCm > 0.0) || !(d > 0.0) || !(dPrime >= 0.0) || !(d - dPrime > 0.0) ||
+        !std::isfinite(muTm)) {
+        r.status = FlexureStatus::InvalidInput;
+        r.message = "The section is too shallow for its covers: the effective depth must "
+                    "exceed the compression cover.";
+        return r;
+    }
+    const FlexureLimits lim = flexureLimits(settings, materials);
+    const double fc = materials.fcKgCm2;
+    const double fy = materials.fyKgCm2;
+    const double mu = r.momentTm * kTmToKgCm;
+    const double bw = section.webWidthCm;
+    const bool flangeCompressed =
+        (!hogging && section.flangeOnTop) || (hogging && section.flangeAtBottom);
+    const double bFlange = flangeCompressed ? std::max(section.flangeWidthCm, bw) : bw;
+    r.compressionWidthCm = bFlange;
+
+    if (section.kind == SectionKind::Rib) {
+        // Ribs of ribbed slabs: the shortcut limit on the compressed face's width.
+        const double m1 = kShortcutFactor * bFlange * d * d * fc;
+        r.limitMomentTm = m1 / kTmToKgCm;
+        if (mu > 0.0 && mu <= m1) {
+            r.branch = FlexureBranch::TensionOnly;
+            r.tensionAreaCm2 = tensionRatio(mu, bFlange, d, fc, fy) * bFlange * d;
+        } else if (mu > m1) {
+            // 2.61 × 0.375 < 1: the ratio at the shortcut limit always exists.
+            r.branch = FlexureBranch::Shortcut;
+            const double as2 = (mu - m1) / (lim.phi * fy * (d - dPrime));
+            r.tensionAreaCm2 = tensionRatio(m1, bFlange, d, fc, fy) * bFlange * d + as2;
+            r.compressionAreaCm2 = as2;
+            r.compressionStressKgCm2 = fy;
+        }
+    } else if (flangeCompressed && bFlange > bw && section.flangeThicknessCm > 0.0) {
+        const double t = std::min(section.flangeThicknessCm, d);
+        const double rho = mu > 0.0 ? tensionRatio(mu, bFlange, d, fc, fy) : 0.0;
+        const double asWide = rho * bFlange * d;
+        const double aWide = asWide * fy / (0.85 * fc * bFlange);
+        // Limit of the full-width block, for the record.
+        const RectangleSteel wide = designRectangle(0.0, bFlange, d, dPrime, lim, materials);
+        r.limitMomentTm = wide.m1 / kTmToKgCm;
+        r.limitBlockDepthCm = wide.aLimit;
+        if (mu <= 0.0) {
+            r.branch = FlexureBranch::None;
+        } else if (rho >= 0.0 && aWide <= t) {
+            r.branch = FlexureBranch::TensionOnly;
+            r.tensionAreaCm2 = asWide;
+        } else {
+            // The block reaches the web: the overhangs carry a couple of their own and the
+            // web takes the rest as a rectangle.
+            const double asf = 0.85 * fc * (bFlange - bw) * t / fy;
+            const double mf = lim.phi * asf * fy * (d - t / 2.0);
+            const RectangleSteel web =
+                designRectangle(std::max(mu - mf, 0.0), bw, d, dPrime, lim, materials);
+            r.branch = web.branch == FlexureBranch::CompressionSteel
+                           ? FlexureBranch::CompressionSteel
+                           : FlexureBranch::FlangedTension;
+            r.tensionAreaCm2 = asf + web.as;
+            r.compressionAreaCm2 = web.asc;
+            r.compressionStressKgCm2 = web.fsc;
+            r.limitMomentTm = (mf + web.m1) / kTmToKgCm;
+            if (web.compressionIneffective) {
+                r.status = FlexureStatus::CompressionSteelIneffective;
+            }
+        }
+    } else {
+        const RectangleSteel rect = designRectangle(mu, bw, d, dPrime, lim, materials);
+        r.branch = rect.branch;
+        r.tensionAreaCm2 = rect.as;
+        r.compressionAreaCm2 = rect.asc;
+        r.compressionStressKgCm2 = rect.fsc;
+        r.limitMomentTm = rect.m1 / kTmToKgCm;
+        r.limitBlockDepthCm = rect.aLimit;
+        if (rect.compressionIneffective) {
+            r.status = FlexureStatus::CompressionSteelIneffective;
+        }
+    }
+    if (r.status == FlexureStatus::CompressionSteelIneffective) {
+        r.message = "The section is too small: the compression steel would lie at or below "
+                    "the neutral axis. Deepen the beam.";
+    }
+    // Where the analysis asks for tension steel, never less than rho min over the web.
+    const double asMin = lim.rhoMin * bw * d;
+    if (mu > 0.0 && r.tensionAreaCm2 < asMin) {
+        r.tensionAreaCm2 = asMin;
+        r.minimumGoverns = true;
+    }
+    r.rho = r.tensionAreaCm2 / (bw * d);
+    return r;
+}
+
+double minimumDepthCm(double spanLengthCm, const SpanEndConditions& ends) {
+    if (ends.cantilever) {
+        return spanLengthCm / 8.0;
+    }
+    if (ends.leftContinuous && ends.rightContinuous) {
+        return spanLengthCm / 21.0;
+    }
+    if (ends.leftContinuous || ends.rightContinuous) {
+        return spanLengthCm / 18.5;
+    }
+    return spanLengthCm / 16.0;
+}
+
+} // namespace orvak::beams

@@ -1,0 +1,102 @@
+// Stirrup design of one point of a beam to ACI strength design: concrete share, minimum
+// stirrups, the upper limit of the steel share, legs, diameter, spacing and cut length.
+#include "beams/shear_design.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "core/mask_format.h"
+
+namespace orvak::beams {
+
+namespace {
+
+double fallback(double stored, double value) {
+    return stored > 0.0 ? stored : value;
+}
+
+double legArea(int legs, double diameterMm) {
+    const double db = diameterMm / 10.0;
+    return legs * std::numbers::pi * db * db / 4.0;
+}
+
+} // namespace
+
+ShearResult designShear(const ShearPointInput& point, const ShearSettings& settings,
+                        const DesignMaterials& materials) {
+    ShearResult r;
+    const double b = point.webWidthCm;
+    const double d = point.effectiveDepthCm;
+    const double fc = materials.fcKgCm2;
+    const double fy = materials.fyStirrupKgCm2 > 0.0 ? materials.fyStirrupKgCm2
+                                                     : materials.fyKgCm2;
+    if (!(b > 0.0) || !(d > 0.0) || !(fc > 0.0) || !(fy > 0.0) || !std::isfinite(point.vuKg)) {
+        r.status = ShearStatus::InvalidInput;
+        r.message = "The web width, the effective depth, Fc and FY must be above zero.";
+        return r;
+    }
+    const double factor = fallback(settings.shearFactor, kShearFactorFallback);
+    const double phi = fallback(settings.shearFi, kShearFiFallback);
+    const double vsMin = fallback(settings.vsMin, kVsMinFallback);
+    const double sqrtFc = std::sqrt(fc);
+
+    r.vnKg = std::abs(point.vuKg) * factor / phi;
+    r.vcKg = 0.53 * sqrtFc * b * d;
+    if (point.inclined.count > 0 && point.inclined.diameterMm > 0.0) {
+        // ACI inclined bars: Vb = Av fy sin(alpha), Av of all the bars crossing the point.
+        const double db = point.inclined.diameterMm / 10.0;
+        r.vbKg = point.inclined.count * std::numbers::pi * db * db / 4.0 * fy *
+                 std::sin(point.inclined.angleDeg * std::numbers::pi / 180.0);
+    }
+    if (r.vnKg <= r.vcKg + vsMin * b * d) {
+        r.minimumStirrups = true;
+        r.vsKg = vsMin * b * d;
+    } else {
+        r.vsKg = std::max(r.vnKg - r.vcKg - r.vbKg, 0.0);
+    }
+    r.vsLimitKg = 2.06 * sqrtFc * b * d;
+    if (r.vsKg > r.vsLimitKg) {
+        r.status = ShearStatus::SectionTooSmall;
+        r.message = "Section too small in shear: Vs =" + core::formatUsing(" ####.##", r.vsKg / 1000.0) +
+                    " t exceeds 2.06 * Sqr(Fc) * b * d =" +
+                    core::formatUsing(" ####.##", r.vsLimitKg / 1000.0) + " t.";
+        return r;
+    }
+
+    r.legs = b <= settings.fourLegWidthCm ? 2 : 4;
+    const double maxSpacing = settings.maxSpacingCm > 0.0 ? settings.maxSpacingCm : d / 2.0;
+    const double minSpacing = std::max(settings.minSpacingCm, 0.0);
+    const double firstDia = fallback(settings.stirrupDiameterMm, kStirrupDiameterFallbackMm);
+    const double lastDia = std::max(firstDia, kMaxStirrupDiameterMm);
+    double dia = firstDia;
+    for (;;) {
+        r.diameterMm = dia;
+        r.avCm2 = legArea(r.legs, dia);
+        r.spacingCm = r.vsKg > 0.0 ? std::min(r.avCm2 * fy * d / r.vsKg, maxSpacing) : maxSpacing;
+        if (r.spacingCm >= minSpacing) {
+            break;
+        }
+        if (dia + 2.0 > lastDia) {
+            r.status = ShearStatus::MinSpacingNotReached;
+            r.message = "The stirrup spacing stays below the minimum spacing even with " +
+                        core::formatUsing("##", dia) + " mm stirrups.";
+            break;
+        }
+        dia += 2.0;
+    }
+
+    // Closed stirrups measured on their centre line: the section less the covers on both
+    // faces and one stirrup diameter, plus the two hooks.
+    const double db = r.diameterMm / 10.0;
+    const double hook = settings.hookCm > 0.0 ? settings.hookCm : std::max(6.0 * db, 7.5);
+    const double clearWidth = std::max(b - 2.0 * settings.stirrupCover - db, 0.0);
+    const double clearHeight = std::max(point.heightCm - 2.0 * settings.stirrupCover - db, 0.0);
+    r.cutLengthCm = 2.0 * clearWidth + 2.0 * clearHeight + 2.0 * hook;
+    if (r.legs == 4) {
+        r.innerCutLengthCm = 2.0 * (2.0 * clearWidth / 3.0) + 2.0 * clearHeight + 2.0 * hook;
+    }
+    return r;
+}
+
+} // namespace orvak::beams

@@ -1,0 +1,76 @@
+// orvak-cli model commands: import a JSON model of floors and beams into a project folder,
+// and export a project's floors and beams as JSON.
+#include <fstream>
+#include <iostream>
+#include <memory>
+
+#include <fmt/format.h>
+
+#include "beams/model_json.h"
+#include "cli/commands.h"
+#include "core/error.h"
+#include "core/file_util.h"
+
+namespace fs = std::filesystem;
+
+namespace orvak::cli {
+
+namespace {
+
+fs::path projectFolder(const std::string& folder) {
+    std::error_code ec;
+    if (!fs::is_directory(folder, ec)) {
+        throw InputError(fmt::format("There is no project folder at {}.", folder));
+    }
+    return fs::path(folder);
+}
+
+} // namespace
+
+void addModelCommands(CLI::App& app, CommandContext& context) {
+    auto importProject = std::make_shared<std::string>();
+    auto importFile = std::make_shared<std::string>();
+    auto* importCmd = app.add_subcommand(
+        "import", "Write the floors (CIELS.DAT) and beam files of a JSON model into a project.");
+    importCmd->add_option("project", *importProject, "Project folder (a folder ending in .prj)")
+        ->required();
+    importCmd->add_option("model", *importFile, "Model file (JSON, format orvak-model)")
+        ->required();
+    importCmd->callback([&context, importProject, importFile] {
+        context.action = [importProject, importFile] {
+            const fs::path folder = projectFolder(*importProject);
+            const auto model = beams::modelFromJson(beams::readJsonFile(*importFile));
+            beams::writeProjectModel(folder, model);
+            std::size_t beamCount = 0;
+            for (const auto& f : model.floors) {
+                beamCount += f.beams.size();
+            }
+            std::cout << fmt::format("Imported {} floors and {} beams into {}\n",
+                                     model.floors.size(), beamCount, folder.string());
+            return 0;
+        };
+    });
+
+    auto exportProject = std::make_shared<std::string>();
+    auto exportFile = std::make_shared<std::string>();
+    auto* exportCmd =
+        app.add_subcommand("export", "Print a project's floors and beams as a JSON model.");
+    exportCmd->add_option("project", *exportProject, "Project folder (a folder ending in .prj)")
+        ->required();
+    exportCmd->add_option("-o,--output", *exportFile, "Write the model to this file instead");
+    exportCmd->callback([&context, exportProject, exportFile] {
+        context.action = [exportProject, exportFile] {
+            const fs::path folder = projectFolder(*exportProject);
+            const std::string text =
+                beams::modelToJson(beams::readProjectModel(folder)).dump(2) + "\n";
+            if (exportFile->empty()) {
+                std::cout << text;
+            } else {
+                core::saveFileAtomically(*exportFile, text);
+            }
+            return 0;
+        };
+    });
+}
+
+} // namespace orvak::cli

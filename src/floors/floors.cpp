@@ -1,0 +1,80 @@
+// The floors of a project: CIELS.DAT codec, the checks of a floor list and the names of the
+// per-floor files.
+#include "floors/floors.h"
+
+#include <cmath>
+#include <set>
+
+#include <fmt/format.h>
+
+#include "core/file_util.h"
+
+namespace fs = std::filesystem;
+
+namespace orvak::floors {
+
+std::vector<Floor> readFloors(const fs::path& projectFolder) {
+    std::vector<Floor> floors;
+    const auto path = core::findFileNoCase(projectFolder, kFloorsFile);
+    if (!path) {
+        return floors;
+    }
+    const auto file = core::RecordFile::load(*path, kFloorLayout.size);
+    for (std::size_t n = 1; n <= file.count(); ++n) {
+        const core::RecordBuffer rec = file.read(n);
+        if (!rec.inUse()) {
+            continue;
+        }
+        Floor f;
+        f.number = rec.getInt16(kFloorLayout["number"]);
+        f.name = rec.getTrimmedText(kFloorLayout["name"]);
+        f.levelM = rec.getSingle(kFloorLayout["levelM"]);
+        f.thicknessCm = rec.getSingle(kFloorLayout["thicknessCm"]);
+        floors.push_back(std::move(f));
+    }
+    return floors;
+}
+
+void writeFloors(const fs::path& projectFolder, const std::vector<Floor>& floors) {
+    core::RecordFile file(core::resolveNoCase(projectFolder, kFloorsFile), kFloorLayout.size);
+    for (std::size_t i = 0; i < floors.size(); ++i) {
+        core::RecordBuffer rec = core::blankRecord(kFloorLayout);
+        rec.setText(kFloorLayout["marker"], std::string(1, core::kUseMark));
+        rec.setInt16(kFloorLayout["number"], floors[i].number);
+        rec.setText(kFloorLayout["name"], floors[i].name);
+        rec.setSingle(kFloorLayout["levelM"], floors[i].levelM);
+        rec.setSingle(kFloorLayout["thicknessCm"], floors[i].thicknessCm);
+        file.write(i + 1, rec);
+    }
+    file.save();
+}
+
+std::string validateFloors(const std::vector<Floor>& floors) {
+    std::set<int> seen;
+    for (const Floor& f : floors) {
+        if (f.number < 1 || f.number > kMaxFloorNumber) {
+            return fmt::format("Floor number {} is not between 1 and {}.", f.number,
+                               kMaxFloorNumber);
+        }
+        if (!seen.insert(f.number).second) {
+            return fmt::format("Floor number {} is used twice.", f.number);
+        }
+        if (f.name.size() > kFloorLayout["name"].width) {
+            return fmt::format("Floor {}: the name is longer than {} characters.", f.number,
+                               kFloorLayout["name"].width);
+        }
+        if (!std::isfinite(f.levelM)) {
+            return fmt::format("Floor {}: the level is not a number.", f.number);
+        }
+        if (!std::isfinite(f.thicknessCm) || f.thicknessCm < 0.0f) {
+            return fmt::format("Floor {}: the slab thickness must be zero or more cm.", f.number);
+        }
+    }
+    return {};
+}
+
+std::string beamFileName(int floorNumber) {
+    return "BEAMS." + std::to_string(floorNumber);
+}
+
+} // namespace orvak::floors

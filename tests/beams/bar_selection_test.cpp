@@ -1,0 +1,66 @@
+// Bar selection: bars per layer against the clear spacing, and the choice of count, diameter
+// and layers from the default bar table.
+#include "beams/bar_selection.h"
+
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace orvak::beams {
+namespace {
+
+// Diameters (mm) and areas (cm²) of the built-in bar table.
+const std::vector<bars::BarProperties> kTable = {
+    {10, 0.79f, 0.62f}, {12, 1.13f, 0.89f}, {14, 1.54f, 1.21f}, {16, 2.01f, 1.58f},
+    {18, 2.54f, 2.00f}, {20, 3.14f, 2.47f}, {22, 3.80f, 2.98f}, {25, 4.91f, 3.85f},
+};
+
+TEST(BarSelection, BarsPerLayerAgainstTheClearSpacing) {
+    // Width 28.7, covers 2.5 and stirrups 8 mm: 28.7 - 5 - 1.6 = 22.1 cm inside; six 16 mm
+    // bars with five gaps of 2.5 need 9.6 + 12.5 = 22.1: exactly six fit, 28.6 holds five.
+    const BarSelectionSettings s;
+    EXPECT_EQ(barsPerLayer(28.7, 16, s), 6);
+    EXPECT_EQ(barsPerLayer(28.6, 16, s), 5);
+    // 32 mm bars space at one diameter (3.2 > 2.5): 30 - 6.6 = 23.4 -> (23.4 + 3.2) / 6.4 = 4.
+    EXPECT_EQ(barsPerLayer(30, 32, s), 4);
+    EXPECT_EQ(barsPerLayer(6, 12, s), 0);
+}
+
+TEST(BarSelection, FewestLayersThenLeastSteel) {
+    // As = 10.23 in a 30 cm web, bars 12 to 20 mm (22.4 cm inside less nothing: 23.4 cm):
+    //   12: 10 bars, 7 per layer -> 2 layers;  14: 7 bars, 6 per layer -> 2 layers;
+    //   16: 6 bars (12.06), 6 per layer -> 1;  18: 5 bars (12.70) -> 1;  20: 4 bars (12.56) -> 1.
+    // One layer first, then the least area: 6 x 16 mm, clear spacing (23.4 - 9.6) / 5 = 2.76.
+    BarSelectionSettings s;
+    s.maxDiameterMm = 20;
+    const BarChoice c = selectBars(10.23, 30, kTable, s);
+    ASSERT_TRUE(c.found);
+    EXPECT_EQ(c.count, 6);
+    EXPECT_DOUBLE_EQ(c.diameterMm, 16);
+    EXPECT_EQ(c.layers, 1);
+    EXPECT_NEAR(c.areaCm2, 12.06, 1e-5);
+    EXPECT_NEAR(c.clearSpacingCm, 2.76, 1e-9);
+
+    // As = 20: 16 mm 10 bars in 2 layers (20.10) beats 18 mm 8 bars (20.32) and 20 mm 7 (21.98).
+    const BarChoice two = selectBars(20.0, 30, kTable, s);
+    EXPECT_EQ(two.count, 10);
+    EXPECT_DOUBLE_EQ(two.diameterMm, 16);
+    EXPECT_EQ(two.layers, 2);
+
+    // No area: the two corner bars of the smallest diameter offered.
+    const BarChoice none = selectBars(0.0, 30, kTable, s);
+    EXPECT_EQ(none.count, 2);
+    EXPECT_DOUBLE_EQ(none.diameterMm, 12);
+}
+
+TEST(BarSelection, NothingFitsANarrowWebOrTooManyLayers) {
+    BarSelectionSettings s;
+    EXPECT_FALSE(selectBars(2.0, 10, kTable, s).found);
+    s.maxLayers = 1;
+    s.maxDiameterMm = 16;
+    // 30 cm with 16 mm holds 6 bars (12.06 cm²); 20 cm² needs 10.
+    EXPECT_FALSE(selectBars(20.0, 30, kTable, s).found);
+}
+
+} // namespace
+} // namespace orvak::beams

@@ -1,0 +1,149 @@
+// Tests of the beam record: golden bytes at hand-counted offsets, the beam file, the checks of
+// a beam and its translation into the analysis engine's units.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <fstream>
+
+#include "beams/beam_record.h"
+#include "core/error.h"
+#include "support/temp_dir.h"
+
+namespace orvak::beams {
+namespace {
+
+// Two spans of a 30 × 60 rectangle, 5.0 and 6.5 m; span 2 carries a point load of 4 t dead,
+// 1.5 t live at 3 m; the middle support is fixed.
+BeamRecord sampleBeam() {
+    BeamRecord b;
+    b.name = "B7";
+    b.floor = 2;
+    b.number = 1;
+    b.fc = 250.0f;
+    b.fyMain = 4200.0f;
+    b.fyStirrups = 2400.0f;
+    b.coverTopCm = 4.0f;
+    b.coverBottomCm = 4.0f;
+    b.coverSideCm = 2.5f;
+    b.settings = defaultBeamSettings();
+    StoredSpan span;
+    span.sectionKind = 2;
+    span.dims = {0, 0, 30, 0, 60};
+    span.lengthM = 5.0f;
+    span.loads[loadIndex(LoadKind::Uniform)] = {true, 2.0f, 1.0f};
+    b.spans.push_back(span);
+    span.lengthM = 6.5f;
+    StoredLoad& point = span.loads[loadIndex(LoadKind::Concentrated)];
+    point = {true, 4.0f, 1.5f};
+    point.startM = 3.0f;
+    b.spans.push_back(span);
+    b.supports = {{2, 0, 30.0f}, {2, 1, 30.0f}, {2, 0, 30.0f}};
+    return b;
+}
+
+std::vector<std::uint8_t> bytesAt(const core::RecordBuffer& rec, std::size_t offset,
+                                  std::size_t n) {
+    return {rec.bytes().begin() + offset, rec.bytes().begin() + offset + n};
+}
+
+TEST(BeamRecordLayout, GoldenBytesAtHandCountedOffsets) {
+    const core::RecordBuffer rec = encodeBeamRecord(sampleBeam());
+    ASSERT_EQ(rec.length(), 16699u);
+    // Header: mark 0, name 1..20, floor 21, number 23, support count 25, fc 27, fy main 31,
+    // fy stirrups 35, covers 39/43/47; section kinds 51, dims 111, span lengths 711,
+    // load flags 831, load values 1131, placements 2571, lengths 3171, triangle peaks 3771,
+    // support codes 3831, second codes 3893, support values 3955, settings copy 4203.
+    EXPECT_EQ(bytesAt(rec, 0, 4), (std::vector<std::uint8_t>{'1', 'B', '7', ' '}));
+    EXPECT_EQ(bytesAt(rec, 21, 2), (std::vector<std::uint8_t>{0x02, 0x00}));
+    EXPECT_EQ(bytesAt(rec, 25, 2), (std::vector<std::uint8_t>{0x03, 0x00}));
+    EXPECT_EQ(bytesAt(rec, 27, 4), (std::vector<std::uint8_t>{0x00, 0x00, 0x7A, 0x43}));
+    // Span 2 length 6.5f = 0x40D00000 at 711 + 4.
+    EXPECT_EQ(bytesAt(rec, 715, 4), (std::vector<std::uint8_t>{0x00, 0x00, 0xD0, 0x40}));
+    // Span 2 (s = 1), point load (k = 4): flag at 831 + 2·(1·5 + 3) = 847.
+    EXPECT_EQ(bytesAt(rec, 847, 2), (std::vector<std::uint8_t>{0x01, 0x00}));
+    // Its dead value at 1131 + 4·((1·4 + 3)·3) = 1215 (4.0f), live at 1219 (1.5f = 0x3FC00000).
+    EXPECT_EQ(bytesAt(rec, 1215, 8),
+              (std::vector<std::uint8_t>{0x00, 0x00, 0x80, 0x40, 0x00, 0x00, 0xC0, 0x3F}));
+    // Its distance at 2571 + 4·(1·5 + 3) = 2603 (3.0f).
+    EXPECT_EQ(bytesAt(rec, 2603, 4), (std::vector<std::uint8_t>{0x00, 0x00, 0x40, 0x40}));
+    // Support 2 second code 1 at 3893 + 2; support 3 code 2 at 3831 + 4.
+    EXPECT_EQ(bytesAt(rec, 3895, 2), (std::vector<std::uint8_t>{0x01, 0x00}));
+    EXPECT_EQ(bytesAt(rec, 3835, 2), (std::vector<std::uint8_t>{0x02, 0x00}));
+    // Settings copy: its mark at 4203, FACDEADL[0] = 1.4f at 4203 + 125.
+    EXPECT_EQ(rec.bytes()[4203], '1');
+    EXPECT_EQ(bytesAt(rec, 4328, 4), (std::vector<std::uint8_t>{0x33, 0x33, 0xB3, 0x3F}));
+}
+
+TEST(BeamRecordFile, RoundTripAndCorruptRecord) {
+    test::TempDir dir;
+    const BeamRecord beam = sampleBeam();
+    writeBeamFile(dir.path(), 2, {beam, beam});
+    EXPECT_EQ(std::filesystem::file_size(dir / "BEAMS.2"), 2u * 16699u);
+    const auto read = readBeamFile(dir.path(), 2);
+    ASSERT_EQ(read.size(), 2u);
+    EXPECT_EQ(read[0], beam);
+    EXPECT_TRUE(readBeamFile(dir.path(), 3).empty());
+
+    // A support count of 40 cannot be: the file is reported with the record, not guessed at.
+    {
+        std::fstream f(dir / "BEAMS.2", std::ios::in | std::ios::out | std::ios::binary);
+        f.seekp(16699 + 25);
+        f.put(40);
+    }
+    try {
+        readBeamFile(dir.path(), 2);
+        FAIL() << "a corrupt record was accepted";
+    } catch (const FileError& e) {
+        EXPECT_EQ(e.record(), 2);
+        EXPECT_NE(std::string(e.what()).find("supports"), std::string::npos);
+    }
+}
+
+TEST(BeamRecordChecks, NameTheSpanAndField) {
+    const auto problem = [](auto change) {
+        BeamRecord b = sampleBeam();
+        change(b);
+        return validateBeam(b);
+    };
+    EXPECT_EQ(validateBeam(sampleBeam()), "");
+    EXPECT_NE(problem([](BeamRecord& b) { b.spans[1].lengthM = 0; }).find("span 2"),
+              std::string::npos);
+    EXPECT_NE(problem([](BeamRecord& b) { b.spans[0].dims[4] = 0; }).find("height"),
+              std::string::npos);
+    EXPECT_NE(problem([](BeamRecord& b) { b.spans[1].loads[3].startM = 7.0f; })
+                  .find("point load"),
+              std::string::npos);
+    EXPECT_NE(problem([](BeamRecord& b) { b.spans[0].loads[0].dead = std::nanf(""); })
+                  .find("not a number"),
+              std::string::npos);
+    EXPECT_NE(problem([](BeamRecord& b) { b.supports.pop_back(); }).find("supports"),
+              std::string::npos);
+}
+
+TEST(BeamRecordAnalysisInput, ConvertsToKgAndCm) {
+    BeamRecord b = sampleBeam();
+    StoredLoad& tri = b.spans[0].loads[loadIndex(LoadKind::Triangular)];
+    tri = {true, 1.0f, 0.5f};
+    b.spans[0].trianglePeakLeft = true;
+    const BeamAnalysisInput in = analysisInput(b, 3);
+    ASSERT_EQ(in.spans.size(), 2u);
+    EXPECT_EQ(in.caseScheme, 3);
+    EXPECT_NEAR(in.spans[1].lengthCm, 650.0, 1e-9);
+    EXPECT_NEAR(in.spans[0].inertiaCm4, 540000.0, 1e-6); // 30 · 60³ / 12
+    // Ec = 15100 · √250 = 238,751.96 kg/cm².
+    EXPECT_NEAR(in.elasticModulusKgCm2, 238751.96, 0.01);
+    // 2 t/m = 2000 kg / 100 cm = 20 kg/cm; 4 t = 4000 kg at 300 cm.
+    EXPECT_NEAR(in.spans[0].loads[0].deadValue, 20.0, 1e-9);
+    EXPECT_NEAR(in.spans[1].loads[3].deadValue, 4000.0, 1e-9);
+    EXPECT_NEAR(in.spans[1].loads[3].liveValue, 1500.0, 1e-9);
+    EXPECT_NEAR(in.spans[1].loads[3].startCm, 300.0, 1e-9);
+    EXPECT_EQ(in.spans[0].loads[1].peak, TrianglePeak::AtLeft);
+    EXPECT_FALSE(in.spans[1].loads[1].present);
+    EXPECT_TRUE(in.supports[1].restrainsRotation);
+    EXPECT_FALSE(in.supports[0].restrainsRotation);
+    EXPECT_NEAR(in.factors.dead[0], 1.4, 1e-6);
+    EXPECT_NEAR(in.factors.live[1], 0.0, 1e-12);
+}
+
+} // namespace
+} // namespace orvak::beams
