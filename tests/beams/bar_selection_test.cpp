@@ -27,7 +27,7 @@ TEST(BarSelection, BarsPerLayerAgainstTheClearSpacing) {
 }
 
 TEST(BarSelection, FewestLayersThenLeastSteel) {
-    // As = 10.23 in a 30 cm web, bars 12 to 20 mm (22.4 cm inside less nothing: 23.4 cm):
+    // As = 10.23 in a 30 cm web (30 - 5 - 1.6 = 23.4 cm inside), bars 12 to 20 mm:
     //   12: 10 bars, 7 per layer -> 2 layers;  14: 7 bars, 6 per layer -> 2 layers;
     //   16: 6 bars (12.06), 6 per layer -> 1;  18: 5 bars (12.70) -> 1;  20: 4 bars (12.56) -> 1.
     // One layer first, then the least area: 6 x 16 mm, clear spacing (23.4 - 9.6) / 5 = 2.76.
