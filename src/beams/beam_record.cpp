@@ -181,6 +181,13 @@ std::string validateBeam(const BeamRecord& b) {
         std::string sectionError;
         const auto geometry = sectionGeometry(span.sectionKind, span.dims, sectionError);
         if (!geometry) {
+            // The section's sentence as a clause: "span 2: the web width ...".
+            if (!sectionError.empty() && sectionError.back() == '.') {
+                sectionError.pop_back();
+            }
+            if (!sectionError.empty() && sectionError[0] >= 'A' && sectionError[0] <= 'Z') {
+                sectionError[0] = static_cast<char>(sectionError[0] - 'A' + 'a');
+            }
             return fmt::format("span {}: {}", n, sectionError);
         }
         if (geometry->heightCm <= b.coverTopCm + b.coverBottomCm) {

@@ -320,6 +320,9 @@ BeamRecord beamFromJson(const json& j, const std::string& where) {
         b.supports.push_back(sup);
     }
     const std::string problem = validateBeam(b);
+    if (problem.starts_with("span ") || problem.starts_with("support ")) {
+        throw InputError(where + ", " + problem + ".");
+    }
     if (!problem.empty()) {
         fail(where, problem);
     }

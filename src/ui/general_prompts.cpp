@@ -2,6 +2,7 @@
 // fallbacks for a program folder that lacks the prompt file.
 #include "ui/general_prompts.h"
 
+#include <QMdiSubWindow>
 #include <array>
 
 #include "shell/field_table.h"
@@ -93,6 +94,14 @@ bool mayLeaveForm(QWidget* form, const shell::ShellState& shell,
         return save();
     }
     return answer == QMessageBox::No;
+}
+
+void closeForm(QWidget* form) {
+    if (auto* sub = qobject_cast<QMdiSubWindow*>(form->parentWidget())) {
+        sub->close();
+    } else {
+        form->close();
+    }
 }
 
 } // namespace orvak::ui

@@ -74,4 +74,8 @@ bool mayLeaveForm(QWidget* form, const shell::ShellState& shell,
                   const std::function<QMessageBox::StandardButton(const QString&)>& ask,
                   const std::function<bool()>& save);
 
+/// Closes a form: inside the main window its sub-window (which asks the form first), else
+/// the form itself.
+void closeForm(QWidget* form);
+
 } // namespace orvak::ui

@@ -2,6 +2,7 @@
 // lay the text out in a monospaced face page by page.
 #include "ui/text_viewer.h"
 
+#include "ui/general_prompts.h"
 #include "ui/qt_text.h"
 
 #include <QAction>
@@ -10,7 +11,6 @@
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QFontInfo>
-#include <QMdiSubWindow>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPlainTextEdit>
@@ -92,14 +92,7 @@ EditAsc::EditAsc(QWidget* parent)
 
     connect(m_printAction, &QAction::triggered, this, &EditAsc::print);
     connect(m_pdfAction, &QAction::triggered, this, &EditAsc::saveAsPdfInteractive);
-    connect(m_closeAction, &QAction::triggered, this, [this]() {
-        // Inside the main frame the viewer sits in a sub-window, which is what closes.
-        if (auto* sub = qobject_cast<QMdiSubWindow*>(parentWidget())) {
-            sub->close();
-        } else {
-            close();
-        }
-    });
+    connect(m_closeAction, &QAction::triggered, this, [this]() { closeForm(this); });
 }
 
 void EditAsc::setActionTexts(const QString& print, const QString& savePdf, const QString& close) {

@@ -27,7 +27,7 @@ BeamRecord twoSpanBeam() {
     return b;
 }
 
-TEST(BeamCaseFiles, SizesFactoredCopiesAndSupportMoment) {
+TEST(BeamRecordCaseFiles, SizesFactoredCopiesAndSupportMoment) {
     test::TempDir dir;
     const auto result = analyseBeamWithCaseFiles(dir.path(), twoSpanBeam(), 2);
     ASSERT_TRUE(result.ok()) << result.message;
@@ -59,7 +59,7 @@ TEST(BeamCaseFiles, SizesFactoredCopiesAndSupportMoment) {
                 -1406250.0, 2.0);
 }
 
-TEST(BeamCaseFiles, FailedRunLeavesNoStaleFiles) {
+TEST(BeamRecordCaseFiles, FailedRunLeavesNoStaleFiles) {
     test::TempDir dir;
     ASSERT_TRUE(analyseBeamWithCaseFiles(dir.path(), twoSpanBeam(), 1).ok());
     BeamRecord loose = twoSpanBeam();

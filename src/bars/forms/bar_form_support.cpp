@@ -65,14 +65,6 @@ void fitToChars(QLineEdit* edit, int chars) {
     edit->setFixedWidth(chars * metrics.horizontalAdvance(QLatin1Char('0')) + margins);
 }
 
-void closeForm(QWidget* form) {
-    if (auto* sub = qobject_cast<QMdiSubWindow*>(form->parentWidget())) {
-        sub->close();
-    } else {
-        form->close();
-    }
-}
-
 EditAsc* openReportViewer(QWidget* form, const shell::ShellState& shell, const QString& title,
                           const QString& text, const MessageHook& hook) {
     auto* viewer = new EditAsc;

@@ -38,10 +38,6 @@ QFont listingFont();
 /// Makes a line edit wide enough for `chars` characters of its font, and no wider.
 void fitToChars(QLineEdit* edit, int chars);
 
-/// Closes a form: inside the main window its sub-window (which asks the form first), else
-/// the form itself.
-void closeForm(QWidget* form);
-
 /// Opens the plain-text viewer on a printout beside `form`: in the main window's work area
 /// when the form lives there, else as a window of its own. The viewer deletes itself when
 /// closed. Captions of its toolbar come from the general prompts.

@@ -7,7 +7,6 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
-#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -107,13 +106,8 @@ Gsetting::Gsetting(shell::ShellState& shell, QWidget* parent)
     layout->addLayout(buttons);
 
     connect(m_saveButton, &QPushButton::clicked, this, [this] { save(); });
-    connect(m_exitButton, &QPushButton::clicked, this, [this] {
-        if (auto* sub = qobject_cast<QMdiSubWindow*>(parentWidget())) {
-            sub->close();
-        } else {
-            close();
-        }
-    });
+    // Inside the main window the sub-window closes, which asks this form first.
+    connect(m_exitButton, &QPushButton::clicked, this, [this] { closeForm(this); });
 
     readPrompts();
     loadConfig();

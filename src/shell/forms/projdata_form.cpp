@@ -7,7 +7,6 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
-#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <array>
@@ -115,14 +114,8 @@ Projdata::Projdata(shell::ShellState& shell, QWidget* parent)
     layout->addLayout(buttons);
 
     connect(m_saveButton, &QPushButton::clicked, this, [this] { save(); });
-    connect(m_exitButton, &QPushButton::clicked, this, [this] {
-        // Inside the main window the sub-window closes, which asks this form first.
-        if (auto* sub = qobject_cast<QMdiSubWindow*>(parentWidget())) {
-            sub->close();
-        } else {
-            close();
-        }
-    });
+    // Inside the main window the sub-window closes, which asks this form first.
+    connect(m_exitButton, &QPushButton::clicked, this, [this] { closeForm(this); });
 
     readPrompts();
     loadRecord();

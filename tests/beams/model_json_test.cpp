@@ -1,0 +1,147 @@
+// Tests of the JSON model: messages that name the floor, beam, span and field; nothing written
+// for a bad model; singles that survive a write and a read; the demo model installs.
+#include <gtest/gtest.h>
+
+#include "beams/model_json.h"
+#include "core/error.h"
+#include "shell/startup.h"
+#include "support/temp_dir.h"
+
+namespace orvak::beams {
+namespace {
+
+namespace fs = std::filesystem;
+using nlohmann::json;
+
+json twoSpanModel() {
+    return json::parse(R"({
+      "format": "orvak-model", "version": 1,
+      "floors": [{"number": 1, "name": "First", "level_m": 3.2, "slab_thickness_cm": 15,
+        "beams": [{"name": "B1", "fc": 250, "fy": 4200,
+          "spans": [
+            {"length_m": 5, "section": {"kind": 3, "dims_cm": [100, 15, 30, 0, 60]},
+             "loads": [{"kind": "uniform", "dead": 2, "live": 1},
+                       {"kind": "triangular", "dead": 1, "live": 0.5, "peak": "left"}]},
+            {"length_m": 4.5, "section": {"kind": 2, "dims_cm": [0, 0, 30, 0, 60]},
+             "loads": [{"kind": "partial", "dead": 1.1, "live": 0.3, "a_m": 1, "length_m": 2},
+                       {"kind": "point", "dead": 3, "live": 1, "a_m": 2.25}]}],
+          "supports": [{"code": 2}, {"code": 2, "fixed": true}, {"code": 2}],
+          "settings": {"FACDEADL": [1.2, 1.2], "FACDAYNL": [1.6, 0.0], "MomFiTxt": 0}}]}]})");
+}
+
+TEST(ModelJsonRead, ValuesLandInTheRecord) {
+    const ProjectModel m = modelFromJson(twoSpanModel());
+    ASSERT_EQ(m.floors.size(), 1u);
+    const BeamRecord& b = m.floors[0].beams.at(0);
+    EXPECT_EQ(b.floor, 1);
+    EXPECT_EQ(b.number, 1);
+    EXPECT_EQ(b.fyStirrups, 4200.0f); // defaults to fy
+    EXPECT_TRUE(b.spans[0].trianglePeakLeft);
+    EXPECT_EQ(b.spans[1].loads[loadIndex(LoadKind::PartialUniform)].lengthM, 2.0f);
+    EXPECT_EQ(b.spans[1].loads[loadIndex(LoadKind::Concentrated)].startM, 2.25f);
+    EXPECT_EQ(b.supports[1].second, 1);
+    EXPECT_EQ(b.settings.FACDEADL[0], 1.2f);
+    EXPECT_EQ(b.settings.MomFiTxt, 0.0f); // saved as zero; the design uses 0.9
+    EXPECT_EQ(b.settings.DeflTxt, 360.0f);
+}
+
+TEST(ModelJsonRead, MessagesNameBeamSpanAndField) {
+    struct Case {
+        const char* name;
+        const char* pointer; // JSON pointer of the value to replace
+        json value;
+        const char* expected;
+    };
+    const json thirtyOne = [] {
+        json spans = json::array();
+        for (int i = 0; i < 31; ++i) {
+            spans.push_back(twoSpanModel()["floors"][0]["beams"][0]["spans"][1]);
+        }
+        return spans;
+    }();
+    const Case cases[] = {
+        {"zero span", "/floors/0/beams/0/spans/1/length_m", 0,
+         "Floor 1, beam 1 (B1), span 2: the length must be more than 0 m."},
+        {"zero section", "/floors/0/beams/0/spans/0/section/dims_cm", json{0, 0, 0, 0, 0},
+         "Floor 1, beam 1 (B1), span 1: the web width of the section must be a positive number of cm."},
+        {"negative dimension", "/floors/0/beams/0/spans/0/section/dims_cm/4", -60,
+         "Floor 1, beam 1 (B1), span 1: section dims_cm[4] is negative."},
+        {"31 spans", "/floors/0/beams/0/spans", thirtyOne,
+         "Floor 1, beam 1 (B1): has 31 spans; a beam has at most 30."},
+        {"not a number", "/floors/0/beams/0/spans/0/loads/0/dead", "NaN",
+         "Floor 1, beam 1 (B1), span 1, load 1: dead must be a number."},
+        {"overflow", "/floors/0/beams/0/fc", 1e39,
+         "Floor 1, beam 1 (B1): fc is not a finite number."},
+        {"unknown kind", "/floors/0/beams/0/spans/1/loads/0/kind", "snow",
+         "Floor 1, beam 1 (B1), span 2, load 1: kind \"snow\" is not one of"},
+        {"misspelt field", "/floors/0/beams/0/spans/1/loads/1/a", 1,
+         "span 2, load 2: \"a\" is not a known field."},
+        {"point off the span", "/floors/0/beams/0/spans/1/loads/1/a_m", 9,
+         "span 2, point load: a_m must lie within the span"},
+        {"unknown setting", "/floors/0/beams/0/settings/MomFi", 0.9,
+         "\"MomFi\" is not a beam setting."},
+        {"short factor pair", "/floors/0/beams/0/settings/FACDEADL", json{1.4},
+         "settings FACDEADL must be an array of 2 numbers."},
+        {"wrong version", "/version", 2, "The model: version must be 1."},
+    };
+    for (const Case& c : cases) {
+        json model = twoSpanModel();
+        model[json::json_pointer(c.pointer)] = c.value;
+        try {
+            modelFromJson(model);
+            ADD_FAILURE() << c.name << ": accepted";
+        } catch (const InputError& e) {
+            EXPECT_NE(std::string(e.what()).find(c.expected), std::string::npos)
+                << c.name << ": " << e.what();
+        }
+    }
+}
+
+TEST(ModelJsonImport, BadBeamWritesNothingAndNothingIsOverwritten) {
+    test::TempDir dir;
+    json model = twoSpanModel();
+    model["floors"].push_back(model["floors"][0]);
+    model["floors"][1]["number"] = 2;
+    model["floors"][1]["beams"][0]["spans"][0]["length_m"] = -1;
+    EXPECT_THROW(writeProjectModel(dir.path(), modelFromJson(model)), InputError);
+    EXPECT_TRUE(fs::is_empty(dir.path()));
+
+    writeProjectModel(dir.path(), modelFromJson(twoSpanModel()));
+    const auto before = fs::file_size(dir / "BEAMS.1");
+    EXPECT_THROW(writeProjectModel(dir.path(), modelFromJson(twoSpanModel())), InputError);
+    EXPECT_EQ(fs::file_size(dir / "BEAMS.1"), before);
+}
+
+TEST(ModelJsonWrite, SinglesReadBackExactly) {
+    ProjectModel m = modelFromJson(twoSpanModel());
+    BeamRecord& b = m.floors[0].beams[0];
+    // Values without a short decimal double twin, and ones that are not whole.
+    b.spans[0].lengthM = 1.0f / 3.0f;
+    b.spans[1].loads[loadIndex(LoadKind::PartialUniform)].dead = 0.1f;
+    b.fc = 16777215.0f;
+    b.settings.SSPCTXT = 3.4028235e38f;
+    const json j = modelToJson(m);
+    EXPECT_EQ(j["floors"][0]["beams"][0]["spans"][1]["loads"][0]["dead"].dump(), "0.1");
+    const ProjectModel back = modelFromJson(json::parse(j.dump()));
+    EXPECT_EQ(back.floors[0].beams[0], b);
+}
+
+TEST(ModelJsonDemo, FirstStartInstallsTheDemoBuilding) {
+    test::TempDir dir;
+    const fs::path demoData = fs::path(ORVAK_TEST_DATA_DIR) / ".." / ".." / "data" / "demo";
+    const fs::path project = shell::installDemoProject(demoData, dir.path());
+    const ProjectModel m = readProjectModel(project);
+    ASSERT_EQ(m.floors.size(), 2u);
+    std::size_t beams = 0;
+    for (const auto& f : m.floors) {
+        beams += f.beams.size();
+        for (const auto& b : f.beams) {
+            EXPECT_EQ(validateBeam(b), "") << b.name;
+            EXPECT_TRUE(analyzeBeam(analysisInput(b, 2)).ok()) << b.name;
+        }
+    }
+    EXPECT_GE(beams, 6u);
+}
+
+} // namespace
+} // namespace orvak::beams
