@@ -33,8 +33,8 @@ bool finite(float v) {
     return std::isfinite(v);
 }
 
-constexpr std::array<const char*, kLoadKindCount> kLoadNames = {"uniform", "triangular",
-                                                                "partial", "point"};
+constexpr std::array<const char*, kLoadKindCount> kLoadNames = {"uniform", "triangular", "partial",
+                                                                "point"};
 
 } // namespace
 

@@ -39,10 +39,10 @@ inline constexpr auto kBeamRecordLayout = core::packFields<26>({{
     {"sectionKind", core::FieldType::Int16, 0, kMaxSpans},
     {"sectionDims", core::FieldType::Single, 0, 5 * kMaxSpans},
     {"spanLength", core::FieldType::Single, 0, kMaxSpans},
-    {"loadPresent", core::FieldType::Int16, 0, kLoadTableKinds * kMaxSpans},
-    {"loadValues", core::FieldType::Single, 0, kLoadKindCount * kLoadValuesPerLoad * kMaxSpans},
-    {"loadPlacement", core::FieldType::Single, 0, kLoadTableKinds * kMaxSpans},
-    {"loadLength", core::FieldType::Single, 0, kLoadTableKinds * kMaxSpans},
+    {"loadPresent", core::FieldType::Int16, 0, kLoadTableKinds* kMaxSpans},
+    {"loadValues", core::FieldType::Single, 0, kLoadKindCount* kLoadValuesPerLoad* kMaxSpans},
+    {"loadPlacement", core::FieldType::Single, 0, kLoadTableKinds* kMaxSpans},
+    {"loadLength", core::FieldType::Single, 0, kLoadTableKinds* kMaxSpans},
     {"trianglePeak", core::FieldType::Int16, 0, kMaxSpans},
     {"supportCode", core::FieldType::Int16, 0, kMaxSupports},
     {"supportSecond", core::FieldType::Int16, 0, kMaxSupports},
@@ -59,9 +59,9 @@ struct StoredLoad {
     bool present = false;
     float dead = 0.0f;
     float live = 0.0f;
-    float spare = 0.0f;      ///< third load value, not used by the analysis
-    float startM = 0.0f;     ///< partial: distance to its start; point: to the load
-    float lengthM = 0.0f;    ///< partial: loaded length
+    float spare = 0.0f;   ///< third load value, not used by the analysis
+    float startM = 0.0f;  ///< partial: distance to its start; point: to the load
+    float lengthM = 0.0f; ///< partial: loaded length
     bool operator==(const StoredLoad&) const = default;
 };
 
@@ -83,15 +83,15 @@ struct StoredSupport {
 };
 
 struct BeamRecord {
-    std::string name;           ///< the beam's identification, at most 20 characters
-    std::int16_t floor = 0;     ///< number of the floor whose beam file holds it
-    std::int16_t number = 0;    ///< record number in that file
-    float fc = 0.0f;            ///< concrete strength, kg/cm²
-    float fyMain = 0.0f;        ///< yield strength of the main bars, kg/cm²
-    float fyStirrups = 0.0f;    ///< yield strength of the stirrups, kg/cm²
-    float coverTopCm = 0.0f;    ///< top face to the centre of the top bars
-    float coverBottomCm = 0.0f; ///< bottom face to the centre of the bottom bars
-    float coverSideCm = 0.0f;   ///< side face to the outside of the stirrups
+    std::string name;                    ///< the beam's identification, at most 20 characters
+    std::int16_t floor = 0;              ///< number of the floor whose beam file holds it
+    std::int16_t number = 0;             ///< record number in that file
+    float fc = 0.0f;                     ///< concrete strength, kg/cm²
+    float fyMain = 0.0f;                 ///< yield strength of the main bars, kg/cm²
+    float fyStirrups = 0.0f;             ///< yield strength of the stirrups, kg/cm²
+    float coverTopCm = 0.0f;             ///< top face to the centre of the top bars
+    float coverBottomCm = 0.0f;          ///< bottom face to the centre of the bottom bars
+    float coverSideCm = 0.0f;            ///< side face to the outside of the stirrups
     std::vector<StoredSpan> spans;       ///< 1 to 30
     std::vector<StoredSupport> supports; ///< spans.size() + 1
     BeamSettings settings;               ///< the beam's own copy of the design settings

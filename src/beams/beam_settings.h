@@ -64,46 +64,46 @@ static_assert(kBeamSettingsLayout.size == 243, "beam settings records are 243 by
 /// The settings as stored. A value 0 (or less) of a field with a code fallback stands for the
 /// code's value; read it through the effective...() accessors, never directly, in a design.
 struct BeamSettings {
-    std::int16_t MINUPSQ = 0;  ///< minimum count of top bars
-    std::int16_t MINUPSD = 0;  ///< their diameter, mm
-    std::int16_t MINDNSQ = 0;  ///< minimum count of bottom bars
-    std::int16_t MINDNSD = 0;  ///< their diameter, mm
-    std::int16_t MINDNSQC = 0; ///< minimum count of bottom bars carried into the supports
-    std::int16_t MINDNSDC = 0; ///< their diameter, mm
-    float MINDIST = 0;         ///< minimum clear distance between bars, cm
-    float MINAREA = 0;         ///< steel area below which a bar row is not placed, cm²
+    std::int16_t MINUPSQ = 0;        ///< minimum count of top bars
+    std::int16_t MINUPSD = 0;        ///< their diameter, mm
+    std::int16_t MINDNSQ = 0;        ///< minimum count of bottom bars
+    std::int16_t MINDNSD = 0;        ///< their diameter, mm
+    std::int16_t MINDNSQC = 0;       ///< minimum count of bottom bars carried into the supports
+    std::int16_t MINDNSDC = 0;       ///< their diameter, mm
+    float MINDIST = 0;               ///< minimum clear distance between bars, cm
+    float MINAREA = 0;               ///< steel area below which a bar row is not placed, cm²
     std::int16_t CutNgtvBarsChk = 0; ///< cut the top bars where no longer needed
-    float MINLNGTV = 0;       ///< shortest top-bar length as a fraction of the span
-    float MINDCALCNGTV = 0;   ///< smallest diameter of top bars, mm
-    float LIRONENDBL = 0;     ///< top-bar extension at the left end, fraction of the span
-    float LIRONENDBR = 0;     ///< top-bar extension at the right end, fraction of the span
-    float MINDCALC = 0;       ///< smallest main-bar diameter, mm
-    float MAXDCALC = 0;       ///< largest main-bar diameter, mm
-    float SDIAMTXT = 0;       ///< stirrup diameter, mm
-    float SSPCTXT = 0;        ///< largest stirrup spacing, cm
-    float MinSSPCTXT = 0;     ///< smallest stirrup spacing, cm
-    float WIDTHLNK = 0;       ///< web width above which stirrups get four legs, cm
+    float MINLNGTV = 0;              ///< shortest top-bar length as a fraction of the span
+    float MINDCALCNGTV = 0;          ///< smallest diameter of top bars, mm
+    float LIRONENDBL = 0;            ///< top-bar extension at the left end, fraction of the span
+    float LIRONENDBR = 0;            ///< top-bar extension at the right end, fraction of the span
+    float MINDCALC = 0;              ///< smallest main-bar diameter, mm
+    float MAXDCALC = 0;              ///< largest main-bar diameter, mm
+    float SDIAMTXT = 0;              ///< stirrup diameter, mm
+    float SSPCTXT = 0;               ///< largest stirrup spacing, cm
+    float MinSSPCTXT = 0;            ///< smallest stirrup spacing, cm
+    float WIDTHLNK = 0;              ///< web width above which stirrups get four legs, cm
     std::array<float, 3> angleheight{}; ///< bent-bar angle (degrees) and hook lengths (cm)
     std::array<float, 12> DSTXT{};      ///< main-bar diameters offered to the design, mm
     std::int16_t CONTBSTLCHK = 0;       ///< carry bottom bars continuously over supports
     std::array<float, 2> FACDEADL{};    ///< dead-load factor: loaded span, other spans
     std::array<float, 2> FACDAYNL{};    ///< live-load factor: loaded span, other spans
-    float DeflTxt = 0;        ///< deflection limit as the divisor n of L/n
-    float FacRmaxTxt = 0;     ///< largest steel ratio as a fraction of the balanced ratio
-    float FacRminTxt = 0;     ///< rho min = value / FY
-    float EsupBmFacTxt = 0;   ///< moment factor at end supports resting on beams
-    float VsMinTxt = 0;       ///< shear stress for minimum stirrups, kg/cm²
-    float MomFiTxt = 0;       ///< strength reduction factor, flexure
-    float ShearFiTxt = 0;     ///< strength reduction factor, shear
-    float DevLenTxt = 0;      ///< multiplier of the development length
-    std::int16_t RedMomChk = 0; ///< design for the moment at the support face
-    std::int16_t RedShrChk = 0; ///< design for the shear at distance d from the face
-    float LdfactTxt = 0;      ///< moment factor at the flagged end supports
+    float DeflTxt = 0;                  ///< deflection limit as the divisor n of L/n
+    float FacRmaxTxt = 0;               ///< largest steel ratio as a fraction of the balanced ratio
+    float FacRminTxt = 0;               ///< rho min = value / FY
+    float EsupBmFacTxt = 0;             ///< moment factor at end supports resting on beams
+    float VsMinTxt = 0;                 ///< shear stress for minimum stirrups, kg/cm²
+    float MomFiTxt = 0;                 ///< strength reduction factor, flexure
+    float ShearFiTxt = 0;               ///< strength reduction factor, shear
+    float DevLenTxt = 0;                ///< multiplier of the development length
+    std::int16_t RedMomChk = 0;         ///< design for the moment at the support face
+    std::int16_t RedShrChk = 0;         ///< design for the shear at distance d from the face
+    float LdfactTxt = 0;                ///< moment factor at the flagged end supports
     float ShrContDpthTxt = 0; ///< distance from the face to the critical shear section, in d
     float MaxLenTxt = 0;      ///< longest bar delivered, m
     std::int16_t MinthicknessChk = 0; ///< check the minimum depth instead of deflections
-    float LFacTxt = 0;        ///< multiplier of the span in the minimum-depth check
-    std::array<float, 12> THIKTXT{}; ///< divisors of the minimum depth L/x, see docs
+    float LFacTxt = 0;                ///< multiplier of the span in the minimum-depth check
+    std::array<float, 12> THIKTXT{};  ///< divisors of the minimum depth L/x, see docs
 
     double effectiveFacRmax() const { return FacRmaxTxt > 0 ? FacRmaxTxt : 0.5; }
     double effectiveFacRmin() const { return FacRminTxt > 0 ? FacRminTxt : 14.06; }

@@ -13,8 +13,8 @@ namespace orvak::beams {
 
 namespace {
 
-constexpr std::array<std::string_view, 4> kCaseFiles = {kLoadCasesFile, kCasesT1File,
-                                                        kCasesT2File, kCasesT3File};
+constexpr std::array<std::string_view, 4> kCaseFiles = {kLoadCasesFile, kCasesT1File, kCasesT2File,
+                                                        kCasesT3File};
 
 core::RecordBuffer stationRecord(int caseNumber, const CaseResult& c, int spanCount, bool moments) {
     const auto& L = kCaseStationsLayout;
@@ -26,8 +26,8 @@ core::RecordBuffer stationRecord(int caseNumber, const CaseResult& c, int spanCo
     for (std::size_t i = 0; i < c.stations.size(); ++i) {
         const Station& st = c.stations[i];
         rec.setSingle(L["stationX"], static_cast<float>(st.xCm), i);
-        rec.setSingle(L["stationValue"],
-                      static_cast<float>(moments ? st.momentKgCm : st.shearKg), i);
+        rec.setSingle(L["stationValue"], static_cast<float>(moments ? st.momentKgCm : st.shearKg),
+                      i);
     }
     return rec;
 }

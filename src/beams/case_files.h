@@ -50,8 +50,8 @@ inline constexpr auto kCaseStationsLayout = core::packFields<7>({{
     {"caseNumber", core::FieldType::Int16},
     {"spanCount", core::FieldType::Int16},
     {"stationsPerSpan", core::FieldType::Int16},
-    {"stationX", core::FieldType::Single, 0, kMaxSpans * kStationsPerSpan},
-    {"stationValue", core::FieldType::Single, 0, kMaxSpans * kStationsPerSpan},
+    {"stationX", core::FieldType::Single, 0, kMaxSpans* kStationsPerSpan},
+    {"stationValue", core::FieldType::Single, 0, kMaxSpans* kStationsPerSpan},
     {"reserved", core::FieldType::Text, 14475},
 }});
 static_assert(kCaseStationsLayout.size == 19522, "CasesT2/T3.dat records are 19,522 bytes");

@@ -70,8 +70,7 @@ float optionalSingle(const json& obj, const std::string& where, const char* key,
 }
 
 std::int16_t toInt16(const json& v, const std::string& where, const std::string& key) {
-    if (!v.is_number_integer() || v.get<std::int64_t>() < -32768 ||
-        v.get<std::int64_t>() > 32767) {
+    if (!v.is_number_integer() || v.get<std::int64_t>() < -32768 || v.get<std::int64_t>() > 32767) {
         fail(where, fmt::format("{} must be a whole number", key));
     }
     return static_cast<std::int16_t>(v.get<std::int64_t>());
@@ -130,8 +129,8 @@ void settingsFromJson(const json& j, const std::string& where, BeamSettings& s) 
             value = toSingle(v, where, "settings " + key);
         } else {
             if (!v.is_array() || v.size() != value.size()) {
-                fail(where, fmt::format("settings {} must be an array of {} numbers", key,
-                                        value.size()));
+                fail(where,
+                     fmt::format("settings {} must be an array of {} numbers", key, value.size()));
             }
             for (std::size_t i = 0; i < value.size(); ++i) {
                 value[i] = toSingle(v[i], where, "settings " + key);

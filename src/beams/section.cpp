@@ -29,8 +29,8 @@ std::array<Part, 2> parts(const SectionGeometry& s) {
     }
     const double webHeight = s.heightCm - s.flangeThicknessCm;
     if (s.flangeOnTop) {
-        return {{{s.webWidthCm, webHeight, 0.0},
-                 {s.flangeWidthCm, s.flangeThicknessCm, webHeight}}};
+        return {
+            {{s.webWidthCm, webHeight, 0.0}, {s.flangeWidthCm, s.flangeThicknessCm, webHeight}}};
     }
     return {{{s.webWidthCm, webHeight, s.flangeThicknessCm},
              {s.flangeWidthCm, s.flangeThicknessCm, 0.0}}};

@@ -38,8 +38,8 @@ const beams::BeamRecord& pickBeam(const beams::ProjectModel& model, const Analys
     for (const auto& f : model.floors) {
         if (f.floor.number == o.floor) {
             if (static_cast<std::size_t>(o.beam) > f.beams.size()) {
-                throw InputError(fmt::format("Floor {} has {} beams; there is no beam {}.",
-                                             o.floor, f.beams.size(), o.beam));
+                throw InputError(fmt::format("Floor {} has {} beams; there is no beam {}.", o.floor,
+                                             f.beams.size(), o.beam));
             }
             return f.beams[static_cast<std::size_t>(o.beam) - 1];
         }
@@ -220,9 +220,8 @@ void addBeamCommands(CLI::App& app, CommandContext& context) {
         context.action = [o] {
             const auto [beam, casesFolder] = loadBeam(*o);
             const beams::BeamAnalysisResult result =
-                casesFolder.empty()
-                    ? beams::analyzeBeam(beams::analysisInput(beam, o->scheme))
-                    : beams::analyseBeamWithCaseFiles(casesFolder, beam, o->scheme);
+                casesFolder.empty() ? beams::analyzeBeam(beams::analysisInput(beam, o->scheme))
+                                    : beams::analyseBeamWithCaseFiles(casesFolder, beam, o->scheme);
             if (!result.ok()) {
                 std::cerr << result.message << "\n";
                 return 1;

@@ -27,9 +27,9 @@ static_assert(kFloorLayout.size == 31, "CIELS.DAT records are 31 bytes");
 inline constexpr int kMaxFloorNumber = 999;
 
 struct Floor {
-    std::int16_t number = 0; ///< 1..999, unique in the project
-    std::string name;        ///< single-byte text, at most 20 characters
-    float levelM = 0.0f;     ///< level of the top of the slab, m
+    std::int16_t number = 0;  ///< 1..999, unique in the project
+    std::string name;         ///< single-byte text, at most 20 characters
+    float levelM = 0.0f;      ///< level of the top of the slab, m
     float thicknessCm = 0.0f; ///< slab thickness, cm
 
     bool operator==(const Floor&) const = default;

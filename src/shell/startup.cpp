@@ -198,8 +198,8 @@ fs::path installDemoProject(const fs::path& demoData, const fs::path& projectsFo
             try {
                 beams::importModelFile(target, *model);
             } catch (const InputError& e) {
-                throw FileError(*model, std::string("The demo model cannot be imported: ") +
-                                            e.what());
+                throw FileError(*model,
+                                std::string("The demo model cannot be imported: ") + e.what());
             }
         }
     } catch (...) {

@@ -110,11 +110,11 @@ TEST(BeamRecordChecks, NameTheSpanAndField) {
               std::string::npos);
     EXPECT_NE(problem([](BeamRecord& b) { b.spans[0].dims[4] = 0; }).find("height"),
               std::string::npos);
-    EXPECT_NE(problem([](BeamRecord& b) { b.spans[1].loads[3].startM = 7.0f; })
-                  .find("point load"),
+    EXPECT_NE(problem([](BeamRecord& b) { b.spans[1].loads[3].startM = 7.0f; }).find("point load"),
               std::string::npos);
-    EXPECT_NE(problem([](BeamRecord& b) { b.spans[0].loads[0].dead = std::nanf(""); })
-                  .find("not a number"),
+    EXPECT_NE(problem([](BeamRecord& b) {
+                  b.spans[0].loads[0].dead = std::nanf("");
+              }).find("not a number"),
               std::string::npos);
     EXPECT_NE(problem([](BeamRecord& b) { b.supports.pop_back(); }).find("supports"),
               std::string::npos);

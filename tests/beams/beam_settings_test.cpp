@@ -38,8 +38,9 @@ TEST(BeamSettingsRecord, GoldenBytesOfTheDefaults) {
     // MinSSPCTXT 55, WIDTHLNK 59, angleheight 63, DSTXT 75, CONTBSTLCHK 123, FACDEADL 125,
     // FACDAYNL 133, DeflTxt 141 ... THIKTXT 195..242.
     const auto at = [&](std::size_t offset, std::vector<std::uint8_t> expected) {
-        EXPECT_EQ(std::vector<std::uint8_t>(b.begin() + offset, b.begin() + offset + expected.size()),
-                  expected)
+        EXPECT_EQ(
+            std::vector<std::uint8_t>(b.begin() + offset, b.begin() + offset + expected.size()),
+            expected)
             << "offset " << offset;
     };
     at(1, {0x02, 0x00});               // MINUPSQ 2

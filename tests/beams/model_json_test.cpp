@@ -63,7 +63,8 @@ TEST(ModelJsonRead, MessagesNameBeamSpanAndField) {
         {"zero span", "/floors/0/beams/0/spans/1/length_m", 0,
          "Floor 1, beam 1 (B1), span 2: the length must be more than 0 m."},
         {"zero section", "/floors/0/beams/0/spans/0/section/dims_cm", json{0, 0, 0, 0, 0},
-         "Floor 1, beam 1 (B1), span 1: the web width of the section must be a positive number of cm."},
+         "Floor 1, beam 1 (B1), span 1: the web width of the section must be a positive number of "
+         "cm."},
         {"negative dimension", "/floors/0/beams/0/spans/0/section/dims_cm/4", -60,
          "Floor 1, beam 1 (B1), span 1: section dims_cm[4] is negative."},
         {"31 spans", "/floors/0/beams/0/spans", thirtyOne,

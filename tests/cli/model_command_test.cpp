@@ -64,8 +64,11 @@ TEST_F(CliModel, ImportExportImportGivesTheSameBytes) {
     const json model = {{"format", "orvak-model"},
                         {"version", 1},
                         {"floors",
-                         {{{"number", 3}, {"name", "Third"}, {"level_m", 9.6},
-                           {"slab_thickness_cm", 14.5}, {"beams", {beam, beam}}},
+                         {{{"number", 3},
+                           {"name", "Third"},
+                           {"level_m", 9.6},
+                           {"slab_thickness_cm", 14.5},
+                           {"beams", {beam, beam}}},
                           {{"number", 1}, {"name", "Ground"}, {"level_m", 0}}}}};
     const fs::path a = newProject("A.prj");
     const CliRun imported = run({"import", a.string(), writeJson("m.json", model).string()});
@@ -132,8 +135,8 @@ TEST_F(CliBeam, TwoSpanFullLoadMatchesClosedForm) {
     // Dead load 2 t/m = 20 kg/cm: each span is a propped cantilever, largest deflection
     // (39 + 55√33)/65536 · wL⁴/EI with E = 15100√250, I = 30·60³/12 = 540,000 cm⁴.
     const double ei = 15100.0 * std::sqrt(250.0) * 540000.0;
-    const double deadMm = (39.0 + 55.0 * std::sqrt(33.0)) / 65536.0 * 20.0 * std::pow(500.0, 4) /
-                          ei * 10.0;
+    const double deadMm =
+        (39.0 + 55.0 * std::sqrt(33.0)) / 65536.0 * 20.0 * std::pow(500.0, 4) / ei * 10.0;
     EXPECT_NEAR(j["service_deflection_mm"]["dead"][0], deadMm, 1e-4);
     EXPECT_NEAR(j["service_deflection_mm"]["dead_live"][1], deadMm * 1.5, 1e-4);
 }
@@ -144,8 +147,8 @@ TEST_F(CliBeam, ProjectBeamWritesCaseFilesAndUnstableBeamFails) {
                   {"floors", {{{"number", 2}, {"beams", {twoSpanBeam()}}}}}};
     const fs::path a = newProject("A.prj");
     ASSERT_EQ(run({"import", a.string(), writeJson("m.json", model).string()}).code, 0);
-    const CliRun table = run({"beam", "analyse", a.string(), "--floor", "2", "--beam", "1",
-                              "--scheme", "1"});
+    const CliRun table =
+        run({"beam", "analyse", a.string(), "--floor", "2", "--beam", "1", "--scheme", "1"});
     ASSERT_EQ(table.code, 0) << table.err;
     EXPECT_NE(table.out.find("Envelope"), std::string::npos);
     EXPECT_EQ(fs::file_size(a / "LdCases.dat"), 16699u);

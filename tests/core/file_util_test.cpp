@@ -3,8 +3,6 @@
 #include "core/file_util.h"
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -15,6 +13,7 @@
 
 #include "core/error.h"
 #include "support/temp_dir.h"
+#include "support/unprivileged.h"
 
 namespace fs = std::filesystem;
 
@@ -60,29 +59,6 @@ TEST(SafeSave, CrashBeforeRenameLeavesTheOldFile) {
     EXPECT_EQ(folderEntries(dir.path()), std::vector<std::string>{"GEN.CST"});
 }
 
-// Runs `attempt` without the right to write into folders it does not own. Root ignores
-// permission bits, so as root the attempt runs in a child process that has given its rights
-// up. Returns what the attempt returned (0..125), or -1 when the child could not run it.
-int runUnprivileged(const std::function<int()>& attempt) {
-    if (::geteuid() != 0) {
-        return attempt();
-    }
-    const pid_t child = ::fork();
-    if (child == 0) {
-        const uid_t nobody = 65534;
-        if (::setresgid(nobody, nobody, nobody) != 0 || ::setresuid(nobody, nobody, nobody) != 0) {
-            ::_exit(126);
-        }
-        ::_exit(attempt());
-    }
-    int status = 0;
-    if (child < 0 || ::waitpid(child, &status, 0) != child || !WIFEXITED(status) ||
-        WEXITSTATUS(status) >= 126) {
-        return -1;
-    }
-    return WEXITSTATUS(status);
-}
-
 TEST(SafeSave, ReadOnlyFolderIsAFileErrorAndKeepsTheOldFile) {
     test::TempDir dir;
     const fs::path folder = dir / "job.prj";
@@ -96,7 +72,7 @@ TEST(SafeSave, ReadOnlyFolderIsAFileErrorAndKeepsTheOldFile) {
                                 fs::perms::others_exec);
 
     // 0: FileError as it should be; 1: the save went through; 2: some other exception.
-    const int outcome = runUnprivileged([&] {
+    const int outcome = test::runUnprivileged([&] {
         try {
             saveFileAtomically(target, std::string_view("new"));
         } catch (const FileError& e) {

@@ -19,8 +19,7 @@ TEST(FloorsFile, GoldenBytesAndRoundTrip) {
     EXPECT_EQ((*bytes)[31], '1');
     EXPECT_EQ((*bytes)[32], 12);
     EXPECT_EQ((*bytes)[33], 0);
-    EXPECT_EQ(std::string(bytes->begin() + 34, bytes->begin() + 54),
-              "Roof                ");
+    EXPECT_EQ(std::string(bytes->begin() + 34, bytes->begin() + 54), "Roof                ");
     // 12.5f = 0x41480000.
     EXPECT_EQ(std::vector<std::uint8_t>(bytes->begin() + 58, bytes->end()),
               (std::vector<std::uint8_t>{0x00, 0x00, 0x48, 0x41}));
@@ -34,8 +33,7 @@ TEST(FloorsChecks, RefuseBadNumbersAndValues) {
               std::string::npos);
     EXPECT_NE(validateFloors({{0, "A", 0, 15}}).find("between 1 and 999"), std::string::npos);
     EXPECT_NE(validateFloors({{3, "A", 0, -1}}).find("Floor 3"), std::string::npos);
-    EXPECT_NE(validateFloors({{3, std::string(21, 'x'), 0, 1}}).find("longer"),
-              std::string::npos);
+    EXPECT_NE(validateFloors({{3, std::string(21, 'x'), 0, 1}}).find("longer"), std::string::npos);
 }
 
 } // namespace

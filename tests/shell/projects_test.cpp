@@ -9,6 +9,7 @@
 
 #include "core/error.h"
 #include "support/temp_dir.h"
+#include "support/unprivileged.h"
 
 namespace orvak::shell {
 namespace {
@@ -81,12 +82,23 @@ TEST_F(Projects, NewInAPlaceThatCannotHoldFoldersFailsAndLeavesNothing) {
 }
 
 TEST_F(Projects, NewInAReadOnlyFolderFailsAndLeavesNothing) {
-    if (::geteuid() == 0) {
-        GTEST_SKIP() << "root writes into read-only folders; the file-as-parent case covers it";
-    }
     fs::create_directory(projects());
-    fs::permissions(projects(), fs::perms::owner_read | fs::perms::owner_exec);
-    EXPECT_THROW(newProject(m_shell, projects(), "job"), FileError);
+    // Read and pass for everyone, write for nobody; the attempt runs without root's rights.
+    fs::permissions(m_dir.path(), fs::perms::others_exec, fs::perm_options::add);
+    fs::permissions(projects(), fs::perms::owner_read | fs::perms::owner_exec |
+                                    fs::perms::others_read | fs::perms::others_exec);
+    // 0: FileError as it should be; 1: the project was made; 2: another exception.
+    const int outcome = test::runUnprivileged([&] {
+        try {
+            newProject(m_shell, projects(), "job");
+        } catch (const FileError&) {
+            return 0;
+        } catch (...) {
+            return 2;
+        }
+        return 1;
+    });
+    EXPECT_EQ(outcome, 0);
     EXPECT_TRUE(entries(projects()).empty());
 }
 

@@ -1,0 +1,73 @@
+// Design of a whole beam: the design points and their values against the closed forms of a
+// two-span beam, the depth messages, and input that must fail with a sentence, not NaN.
+#include "beams/beam_design.h"
+
+#include <cmath>
+
+#include <gtest/gtest.h>
+
+#include "beams/beam_design_fixture.h"
+
+namespace orvak::beams {
+namespace {
+
+TEST(BeamDesign, TwoEqualSpansByHand) {
+    // Two 6 m spans under 45 kg/cm factored (1.4 × 20 + 1.7 × 10), scheme 1: the middle
+    // support moment wL²/8 = 45 × 600² / 8 = 2,025,000 kg·cm; end reactions 3wL/8 = 10,125 kg,
+    // shears at the middle support 5wL/8 = 16,875 kg; field moment 9wL²/128 = 11.39 t·m.
+    const BeamDesignInput in = twoSpanDesignInput(30, 60, 60);
+    const BeamDesignResult r = designBeam(in);
+    ASSERT_TRUE(r.ok()) << r.failures.front();
+    ASSERT_EQ(r.flexurePoints.size(), 12u);
+    ASSERT_EQ(r.shearPoints.size(), 6u);
+    const FlexurePoint& rightTop = r.flexurePoints[4];
+    EXPECT_EQ(rightTop.place, PointPlace::Right);
+    EXPECT_TRUE(rightTop.hogging);
+    EXPECT_NEAR(rightTop.flexure.momentTm, 20.25, 1e-6);
+    // rho = 0.0505952 × (1 - sqrt(1 - 2.61 × 2,025,000 / (250 × 30 × 55²))) = 0.0062844,
+    // As = 10.3693 cm².
+    EXPECT_NEAR(rightTop.flexure.tensionAreaCm2, 10.3693, 1e-3);
+    EXPECT_TRUE(rightTop.tensionBars.found);
+    EXPECT_GE(rightTop.tensionBars.areaCm2, rightTop.flexure.tensionAreaCm2);
+    EXPECT_NEAR(r.flexurePoints[2].flexure.momentTm, 11.390625, 1e-4);
+    EXPECT_NEAR(r.shearPoints[0].vuKg, 10125.0, 1e-6);
+    EXPECT_NEAR(r.shearPoints[2].vuKg, 16875.0, 1e-6);
+    // Span of 600 with one continuous end: 600 / 18.5 = 32.4 cm < 60.
+    EXPECT_NEAR(r.depthChecks[0].minimumCm, 600.0 / 18.5, 1e-9);
+    EXPECT_TRUE(r.messages.empty());
+    // The limiting block of the middle support from both spans: a = 0.85 × 0.5 × 0.5922 × 55.
+    EXPECT_NEAR(r.limitBlockDepthCm[1][0], 13.84345, 1e-4);
+    EXPECT_NEAR(r.limitBlockDepthCm[1][1], 13.84345, 1e-4);
+    EXPECT_TRUE(r.deflection.ok);
+}
+
+TEST(BeamDesign, ShallowSpansAreNamed) {
+    const BeamDesignResult r = designBeam(twoSpanDesignInput(30, 30, 30));
+    ASSERT_EQ(r.messages.size(), 2u);
+    EXPECT_EQ(r.messages[0], "Depth less than code requirement in span(s) 1, 2");
+    EXPECT_EQ(r.messages[1], "Check long time deflection !");
+}
+
+TEST(BeamDesign, BadInputFailsWithASentenceAndNoNumbers) {
+    BeamDesignInput in = twoSpanDesignInput(30, 60, 60);
+    in.sections.pop_back();
+    const BeamDesignResult r = designBeam(in);
+    ASSERT_FALSE(r.ok());
+    EXPECT_TRUE(r.flexurePoints.empty());
+
+    // A beam without loads designs to zero steel and the deflection stays finite.
+    BeamDesignInput empty = twoSpanDesignInput(30, 60, 60);
+    for (BeamSpan& s : empty.model.spans) {
+        s.loads = {};
+    }
+    empty.analysis = analyzeBeam(empty.model);
+    const BeamDesignResult z = designBeam(empty);
+    EXPECT_TRUE(z.ok());
+    for (const MemberDeflection& m : z.deflection.deflections) {
+        EXPECT_TRUE(std::isfinite(m.defLtCm));
+        EXPECT_NEAR(m.defLtCm, 0.0, 1e-12);
+    }
+}
+
+} // namespace
+} // namespace orvak::beams
