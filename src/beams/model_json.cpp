@@ -101,7 +101,7 @@ std::string singleByteText(const json& obj, const std::string& where, const char
 // A single as a JSON number that reads back to the same single: the shortest decimal of the
 // single, taken as a double; whole numbers stay whole.
 json exactNumber(float f) {
-    if (f == std::trunc(f) && std::fabs(f) < 1e7f) {
+    if (f == std::trunc(f) && std::fabs(f) < 1e7f && !(f == 0.0f && std::signbit(f))) {
         return static_cast<std::int64_t>(f);
     }
     char buf[32];

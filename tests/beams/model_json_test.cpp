@@ -2,6 +2,8 @@
 // for a bad model; singles that survive a write and a read; the demo model installs.
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "beams/model_json.h"
 #include "core/error.h"
 #include "shell/startup.h"
@@ -121,10 +123,13 @@ TEST(ModelJsonWrite, SinglesReadBackExactly) {
     b.spans[1].loads[loadIndex(LoadKind::PartialUniform)].dead = 0.1f;
     b.fc = 16777215.0f;
     b.settings.SSPCTXT = 3.4028235e38f;
+    b.coverSideCm = -0.0f; // a negative zero keeps its sign bit
+
     const json j = modelToJson(m);
     EXPECT_EQ(j["floors"][0]["beams"][0]["spans"][1]["loads"][0]["dead"].dump(), "0.1");
     const ProjectModel back = modelFromJson(json::parse(j.dump()));
     EXPECT_EQ(back.floors[0].beams[0], b);
+    EXPECT_TRUE(std::signbit(back.floors[0].beams[0].coverSideCm));
 }
 
 TEST(ModelJsonDemo, FirstStartInstallsTheDemoBuilding) {
