@@ -17,8 +17,8 @@ double clearSpacingCm(double diameterMm, const BarSelectionSettings& settings) {
 
 int barsPerLayer(double widthCm, double diameterMm, const BarSelectionSettings& settings) {
     const double db = diameterMm / 10.0;
-    const double inside = widthCm - 2.0 * settings.sideCoverCm -
-                          2.0 * settings.stirrupDiameterMm / 10.0;
+    const double inside =
+        widthCm - 2.0 * settings.sideCoverCm - 2.0 * settings.stirrupDiameterMm / 10.0;
     if (!(db > 0.0) || inside < db) {
         return 0;
     }
@@ -45,8 +45,7 @@ BarChoice selectBars(double areaCm2, double widthCm, std::span<const bars::BarPr
             continue;
         }
         // A tolerance of a millionth of a bar keeps 4 × 2.01 for 8.04 at four bars.
-        const int count = std::max(
-            minBars, static_cast<int>(std::ceil(need / bar.areaCm2 - 1e-6)));
+        const int count = std::max(minBars, static_cast<int>(std::ceil(need / bar.areaCm2 - 1e-6)));
         const int layers = (count + perLayer - 1) / perLayer;
         if (layers > maxLayers) {
             continue;
@@ -59,8 +58,8 @@ BarChoice selectBars(double areaCm2, double widthCm, std::span<const bars::BarPr
               (std::abs(provided - best.areaCm2) <= 1e-9 && dia > best.diameterMm)));
         if (better) {
             const double db = dia / 10.0;
-            const double inside = widthCm - 2.0 * settings.sideCoverCm -
-                                  2.0 * settings.stirrupDiameterMm / 10.0;
+            const double inside =
+                widthCm - 2.0 * settings.sideCoverCm - 2.0 * settings.stirrupDiameterMm / 10.0;
             best.found = true;
             best.count = count;
             best.diameterMm = dia;

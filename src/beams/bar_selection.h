@@ -23,8 +23,8 @@ struct BarChoice {
     int count = 0;
     double diameterMm = 0.0;
     int layers = 0;
-    int barsPerLayer = 0;      ///< most bars one layer can hold
-    double areaCm2 = 0.0;      ///< provided: count × area of one bar
+    int barsPerLayer = 0;        ///< most bars one layer can hold
+    double areaCm2 = 0.0;        ///< provided: count × area of one bar
     double clearSpacingCm = 0.0; ///< clear distance between bars of a full layer
 };
 

@@ -25,6 +25,19 @@ double stationShear(const Envelope& env, std::size_t span, int station) {
     return std::max(std::abs(env.stationShearMaxKg[k]), std::abs(env.stationShearMinKg[k]));
 }
 
+// The most negative envelope moment between the quarter points: nearer the supports the top
+// steel of the support governs, and the span's own minimum would only repeat it.
+double fieldHogging(const Envelope& env, std::size_t span) {
+    double m = 0.0;
+    for (int k = kStationDivisions / 4; k <= kStationDivisions - kStationDivisions / 4; ++k) {
+        const std::size_t s = span * kStationsPerSpan + static_cast<std::size_t>(k);
+        if (s < env.stationMomentMinKgCm.size()) {
+            m = std::min(m, env.stationMomentMinKgCm[s]);
+        }
+    }
+    return m;
+}
+
 } // namespace
 
 BeamDesignResult designBeam(const BeamDesignInput& input) {
@@ -43,7 +56,8 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
         return r;
     }
     if (!(input.materials.fcKgCm2 > 0.0) || !(input.materials.fyKgCm2 > 0.0)) {
-        r.failures.push_back("The concrete strength and the steel yield stress must be above zero.");
+        r.failures.push_back(
+            "The concrete strength and the steel yield stress must be above zero.");
         return r;
     }
     r.limits = flexureLimits(input.flexure, input.materials);
@@ -66,7 +80,7 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
             {PointPlace::Left, true, std::min(env.supportMomentMinKgCm[i], 0.0), i},
             {PointPlace::Left, false, std::max(env.supportMomentMaxKgCm[i], 0.0), i},
             {PointPlace::Field, false, std::max(env.spanMomentMax[i].value, 0.0), n + 1},
-            {PointPlace::Field, true, std::min(env.spanMomentMin[i].value, 0.0), n + 1},
+            {PointPlace::Field, true, std::min(fieldHogging(env, i), 0.0), n + 1},
             {PointPlace::Right, true, std::min(env.supportMomentMinKgCm[i + 1], 0.0), i + 1},
             {PointPlace::Right, false, std::max(env.supportMomentMaxKgCm[i + 1], 0.0), i + 1},
         };
@@ -76,14 +90,14 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
             fp.place = p.place;
             fp.hogging = p.hogging;
             fp.momentKgCm = std::isfinite(p.moment) ? p.moment : 0.0;
-            const double mu = designMomentTm(fp.momentKgCm, p.joint <= n && flagged(p.joint),
-                                             input.flexure);
+            const double mu =
+                designMomentTm(fp.momentKgCm, p.joint <= n && flagged(p.joint), input.flexure);
             fp.flexure = designFlexure(sec, mu, p.hogging, input.flexure, input.materials);
             if (!fp.flexure.ok()) {
                 r.failures.push_back("Span " + std::to_string(i + 1) + ": " + fp.flexure.message);
             }
-            fp.tensionBars = selectBars(fp.flexure.tensionAreaCm2, sec.webWidthCm, input.barTable,
-                                        input.bars);
+            fp.tensionBars =
+                selectBars(fp.flexure.tensionAreaCm2, sec.webWidthCm, input.barTable, input.bars);
             if (!fp.tensionBars.found) {
                 r.failures.push_back("Span " + std::to_string(i + 1) +
                                      ": no bar arrangement of the bar table fits the web width.");
@@ -137,7 +151,7 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
         ends.cantilever = !left.restrainsDisplacement || !right.restrainsDisplacement;
         SpanDepthCheck dc;
         dc.heightCm = sec.heightCm;
-        dc.minimumCm = minimumDepthCm(input.model.spans[i].lengthCm, ends);
+        dc.minimumCm = minimumDepthCm(input.model.spans[i].lengthCm, ends, input.depthDivisors);
         dc.shallow = dc.heightCm < dc.minimumCm;
         if (dc.shallow) {
             r.shallowSpans.push_back(static_cast<int>(i) + 1);
@@ -163,9 +177,10 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
     if (!r.deflection.ok) {
         r.failures.push_back(r.deflection.message);
     } else if (!r.deflection.exceedingSpans.empty()) {
-        r.failures.push_back("The long time deflection exceeds L/" +
-                             std::to_string(static_cast<long long>(std::lround(r.deflection.divisor))) +
-                             " in span(s)" + spanList(r.deflection.exceedingSpans) + ".");
+        r.failures.push_back(
+            "The long time deflection exceeds L/" +
+            std::to_string(static_cast<long long>(std::lround(r.deflection.divisor))) +
+            " in span(s)" + spanList(r.deflection.exceedingSpans) + ".");
     }
     return r;
 }

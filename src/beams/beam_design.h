@@ -20,8 +20,8 @@ inline constexpr std::string_view kDepthMessage = "Depth less than code requirem
 inline constexpr std::string_view kCheckDeflectionMessage = "Check long time deflection !";
 
 struct BeamDesignInput {
-    BeamAnalysisInput model;     ///< spans, supports and loads as analysed
-    BeamAnalysisResult analysis; ///< analyzeBeam(model)
+    BeamAnalysisInput model;               ///< spans, supports and loads as analysed
+    BeamAnalysisResult analysis;           ///< analyzeBeam(model)
     std::vector<SectionGeometry> sections; ///< one per span
     /// Supports (n + 1) whose moment is multiplied by `LdfactTxt`: the last support of a
     /// one-span beam with support code 2, and end supports with joint code 1. Empty: none.
@@ -31,6 +31,7 @@ struct BeamDesignInput {
     BarSelectionSettings bars;
     ShearSettings shear;
     DeflectionSettings deflection;
+    DepthDivisors depthDivisors; ///< the beam rows of `THIKTXT`
     std::vector<bars::BarProperties> barTable;
 };
 

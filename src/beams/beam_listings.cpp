@@ -59,15 +59,15 @@ std::string analysisListing(const BeamAnalysisInput& model, const BeamAnalysisRe
     out += "Cases" + text(kGap, "") + fmt("#####", static_cast<double>(analysis.cases.size())) +
            "\n\n";
     out += "SUPPORT MOMENTS, ENVELOPE OF THE CASES (t.m)\n";
-    out += "Support      #  M min (t.m)  M max (t.m)\n";
+    out += "Support      #" + rightIn("M min", 17) + rightIn("M max", 8) + "\n";
     for (std::size_t j = 0; j <= n; ++j) {
-        out += text(kGap, "Support") + fmt("#####", static_cast<double>(j + 1)) +
-               text(kGap, "") + fmt(" ####.##", env.supportMomentMinKgCm[j] / kKgCmPerTm) +
+        out += text(kGap, "Support") + fmt("#####", static_cast<double>(j + 1)) + text(kGap, "") +
+               fmt(" ####.##", env.supportMomentMinKgCm[j] / kKgCmPerTm) +
                fmt(" ####.##", env.supportMomentMaxKgCm[j] / kKgCmPerTm) + "\n";
     }
     out += "\nSPAN EXTREMES (lengths and x in m, moments t.m, shear t)\n";
-    out += "Span         #\\       \\L\\       \\x\\       \\M max\\       \\x\\       \\M min"
-           "\\       \\|V| max\n";
+    out += "Span         #" + rightIn("L", 14) + rightIn("x", 13) + rightIn("M max", 17) +
+           rightIn("x", 13) + rightIn("M min", 17) + rightIn("|V| max", 10) + "\n";
     for (std::size_t i = 0; i < n; ++i) {
         out += text(kGap, "Span") + fmt("#####", static_cast<double>(i + 1)) + text(kGap, "") +
                fmt("##.##", model.spans[i].lengthCm / 100.0) + text(kGap, "") +
@@ -80,10 +80,11 @@ std::string analysisListing(const BeamAnalysisInput& model, const BeamAnalysisRe
     out += "\nENVELOPE AT THE TENTH POINTS (x in m, moments t.m, shears t)\n";
     for (std::size_t i = 0; i < n; ++i) {
         out += "Span" + fmt("#####", static_cast<double>(i + 1)) + "\n";
-        out += "    x (m)\\       \\M max   M min     V max     V min\n";
+        out += rightIn("x", 14) + rightIn("M max", 17) + rightIn("M min", 8) +
+               rightIn("V max", 10) + rightIn("V min", 10) + "\n";
         for (int k = 0; k <= 10; ++k) {
-            const std::size_t s = i * kStationsPerSpan +
-                                  static_cast<std::size_t>(k * (kStationDivisions / 10));
+            const std::size_t s =
+                i * kStationsPerSpan + static_cast<std::size_t>(k * (kStationDivisions / 10));
             out += text(kGap, "") + fmt("##.##", model.spans[i].lengthCm * k / 1000.0) +
                    text(kGap, "") + fmt(" ####.##", env.stationMomentMaxKgCm[s] / kKgCmPerTm) +
                    fmt(" ####.##", env.stationMomentMinKgCm[s] / kKgCmPerTm) +
@@ -108,8 +109,8 @@ std::string flexureListing(const BeamDesignInput& input, const BeamDesignResult&
     out += "rho min = FacRmin / FY =" + fmt(" ##.##", lim.facRmin) + " /" +
            fmt(" #####", result.materials.fyKgCm2) + " =" + fmt(" #.#####", lim.rhoMin) + "\n";
     out += "Cover to the tension steel     =" + fmt(" ##.##", input.flexure.coverCm) + " (cm)\n";
-    out += "Cover to the compression steel =" +
-           fmt(" ##.##", input.flexure.compressionCoverCm) + " (cm)\n\n";
+    out += "Cover to the compression steel =" + fmt(" ##.##", input.flexure.compressionCoverCm) +
+           " (cm)\n\n";
     out += "Span Point  Face    Mu (t.m)  d (cm) As (cm2) As' (cm2)     rho  Bars\n";
     out += "---- ------ ------ --------- ------- -------- --------- ------- ----------------\n";
     for (const FlexurePoint& p : result.flexurePoints) {
@@ -121,8 +122,8 @@ std::string flexureListing(const BeamDesignInput& input, const BeamDesignResult&
         } else {
             row += fmt(" ####.##", p.flexure.effectiveDepthCm) +
                    fmt(" ####.##", p.flexure.tensionAreaCm2) +
-                   fmt("  ####.##", p.flexure.compressionAreaCm2) +
-                   fmt(" #.#####", p.flexure.rho) + "  ";
+                   fmt("  ####.##", p.flexure.compressionAreaCm2) + fmt(" #.#####", p.flexure.rho) +
+                   "  ";
             if (!p.tensionBars.found) {
                 row += "******";
             } else {
@@ -164,16 +165,15 @@ std::string flexureListing(const BeamDesignInput& input, const BeamDesignResult&
 
 std::string shearListing(const BeamDesignInput& input, const BeamDesignResult& result) {
     const ShearSettings& s = input.shear;
-    const double fyStirrup = result.materials.fyStirrupKgCm2 > 0.0
-                                 ? result.materials.fyStirrupKgCm2
-                                 : result.materials.fyKgCm2;
+    const double fyStirrup = result.materials.fyStirrupKgCm2 > 0.0 ? result.materials.fyStirrupKgCm2
+                                                                   : result.materials.fyKgCm2;
     std::string out = "SHEAR DESIGN\n\n";
     out += "Fc = " + fmt("####", result.materials.fcKgCm2) + "   FY = " + fmt("####", fyStirrup) +
            "   (kg/cm^2)\n";
-    out += "Shear factor =" + fmt(" ##.##", s.shearFactor > 0.0 ? s.shearFactor : kShearFactorFallback) +
+    out += "Shear factor =" +
+           fmt(" ##.##", s.shearFactor > 0.0 ? s.shearFactor : kShearFactorFallback) +
            "   phi =" + fmt(" ##.##", s.shearFi > 0.0 ? s.shearFi : kShearFiFallback) +
-           "   Vs min =" + fmt(" ##.##", s.vsMin > 0.0 ? s.vsMin : kVsMinFallback) +
-           " (kg/cm^2)\n";
+           "   Vs min =" + fmt(" ##.##", s.vsMin > 0.0 ? s.vsMin : kVsMinFallback) + " (kg/cm^2)\n";
     out += "Vc = 0.53 * Sqr(Fc) * b * d, Vs limit = 2.06 * Sqr(Fc) * b * d\n\n";
     out += " #   Vu(t)  Vc(t)  Vs(t)  Stirrup (mm)  Spacing(cm)     Cut (cm)  Span, point\n";
     out += "--- ------ ------ ------ ------------- ------------ ------------- ------------\n";
@@ -202,21 +202,11 @@ std::string shearListing(const BeamDesignInput& input, const BeamDesignResult& r
     number = 0;
     for (const ShearPoint& p : result.shearPoints) {
         ++number;
-        if (p.shear.minimumStirrups && p.shear.ok()) {
-            continue;
-        }
         if (!p.shear.ok()) {
             out += "Point" + fmt(" ##", number) + ": " + p.shear.message + "\n";
         } else if (p.shear.legs == 4) {
             out += "Point" + fmt(" ##", number) + ": inner stirrup cut length" +
                    fmt(" ####.#", p.shear.innerCutLengthCm) + " (cm)\n";
-        }
-    }
-    for (const ShearPoint& p : result.shearPoints) {
-        if (p.shear.ok() && p.shear.legs == 4 && p.shear.minimumStirrups) {
-            out += "Four legs: inner stirrup cut length" +
-                   fmt(" ####.#", p.shear.innerCutLengthCm) + " (cm) at span" +
-                   fmt(" ##", p.span + 1.0) + " " + placeName(p.place) + "\n";
         }
     }
     return out;
@@ -264,8 +254,8 @@ void crackedLines(std::string& out, const CrackedSection& k) {
         out += "mt = N * AST * (D - T)= " + val(k.mt) + "\n";
         out += " mc <= mt \n";
         out += "G = (Bo * T + N * AST) / (bw * D) = " + val(k.g, "####.####") + "\n";
-        out += "dt = (Bo * T ^ 2 + 2 * N * AST * D) / (bw * D ^ 2)= " + val(k.dt, "####.####") +
-               "\n";
+        out +=
+            "dt = (Bo * T ^ 2 + 2 * N * AST * D) / (bw * D ^ 2)= " + val(k.dt, "####.####") + "\n";
         out += "c = D * (Sqr(G ^ 2 + dt) - G) " + val(k.c) + "\n";
         out += "Icr = B * cc ^ 3 / 3 + N * AST * (D - cc) ^ 2 - Bo / 3 * (cc - T) ^ 3 = " +
                val(k.icr) + "\n";
@@ -292,7 +282,8 @@ void ieLines(std::string& out, const DeflectionSection& s) {
 void momentRows(std::string& out, const std::vector<DeflectionSection>& rows) {
     out += " #   MomDL    MomLL   MomTot\n";
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        out += fmt("###", static_cast<double>(i + 1)) + fmt(" ####.###", rows[i].momDlKgCm / kKgCmPerTm) +
+        out += fmt("###", static_cast<double>(i + 1)) +
+               fmt(" ####.###", rows[i].momDlKgCm / kKgCmPerTm) +
                fmt(" ####.###", rows[i].momLlKgCm / kKgCmPerTm) +
                fmt(" ####.###", rows[i].momTotKgCm / kKgCmPerTm) + "\n";
     }
@@ -365,9 +356,9 @@ std::string deflectionListing(const DeflectionResult& r) {
         out += "DefLL  = " + val(m.defLlCm, "####.###") + "\n";
         out += "DefSus = " + val(m.defSusCm, "####.###") + "\n";
         out += "LNDA   = TF / (1 + 50 * ASC / Ac) = " + val(m.lnda, "####.###") + "\n";
-        out += "DefLt  = DefLL + 2 * DefDL + LNDA * DefSus = " + val(m.defLtCm, "####.###") +
-               "\n";
-        out += "L/" + val(r.divisor, "#####").substr(1) + " = " + val(m.allowedCm, "####.###") + (m.exceeds ? "   exceeded" : "") + "\n";
+        out += "DefLt  = DefLL + 2 * DefDL + LNDA * DefSus = " + val(m.defLtCm, "####.###") + "\n";
+        out += "L/" + val(r.divisor, "#####").substr(1) + " = " + val(m.allowedCm, "####.###") +
+               (m.exceeds ? "   exceeded" : "") + "\n";
     }
 
     out += "\nRESULTS FOR JOINTS \n";
@@ -392,8 +383,8 @@ std::string deflectionListing(const DeflectionResult& r) {
                fmt(" #####.##", m.allowedCm) + "\n";
     }
     out += "Note: The deflection is given in (cm)\n";
-    out += "The last column is the allowed deflection L/" +
-           val(r.divisor, "#####").substr(1) + "\n";
+    out +=
+        "The last column is the allowed deflection L/" + val(r.divisor, "#####").substr(1) + "\n";
     if (!r.exceedingSpans.empty()) {
         out += "The long time deflection exceeds the allowed value in span(s)";
         for (std::size_t k = 0; k < r.exceedingSpans.size(); ++k) {

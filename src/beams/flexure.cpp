@@ -199,17 +199,19 @@ FlexureResult designFlexure(const SectionGeometry& section, double muTm, bool ho
     return r;
 }
 
-double minimumDepthCm(double spanLengthCm, const SpanEndConditions& ends) {
+double minimumDepthCm(double spanLengthCm, const SpanEndConditions& ends,
+                      const DepthDivisors& divisors) {
+    const DepthDivisors aci;
     if (ends.cantilever) {
-        return spanLengthCm / 8.0;
+        return spanLengthCm / fallback(divisors.cantilever, aci.cantilever);
     }
     if (ends.leftContinuous && ends.rightContinuous) {
-        return spanLengthCm / 21.0;
+        return spanLengthCm / fallback(divisors.bothEnds, aci.bothEnds);
     }
     if (ends.leftContinuous || ends.rightContinuous) {
-        return spanLengthCm / 18.5;
+        return spanLengthCm / fallback(divisors.oneEnd, aci.oneEnd);
     }
-    return spanLengthCm / 16.0;
+    return spanLengthCm / fallback(divisors.simple, aci.simple);
 }
 
 } // namespace orvak::beams

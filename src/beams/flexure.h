@@ -10,19 +10,19 @@ namespace orvak::beams {
 
 /// Materials of a beam design, kg/cm².
 struct DesignMaterials {
-    double fcKgCm2 = 0.0;         ///< concrete strength Fc, > 0
-    double fyKgCm2 = 0.0;         ///< main-bar yield FY (first steel grade), > 0
-    double fyStirrupKgCm2 = 0.0;  ///< stirrup yield (second steel grade); 0 means FY
+    double fcKgCm2 = 0.0;        ///< concrete strength Fc, > 0
+    double fyKgCm2 = 0.0;        ///< main-bar yield FY (first steel grade), > 0
+    double fyStirrupKgCm2 = 0.0; ///< stirrup yield (second steel grade); 0 means FY
 };
 
 /// Flexure settings as stored; a value of 0 or less stands for the built-in fallback, which
 /// is applied by the functions that use it.
 struct FlexureSettings {
-    double momFi = 0.0;    ///< `MomFiTxt`: phi for flexure (fallback 0.9)
-    double facRmax = 0.0;  ///< `FacRmaxTxt`: rho max as a fraction of rho b (fallback 0.5)
-    double facRmin = 0.0;  ///< `FacRminTxt`: rho min = value / FY (fallback 14.06)
-    double ldFact = 0.0;   ///< `LdfactTxt`: moment factor at flagged end supports (fallback 1.0)
-    double coverCm = 5.0;  ///< face to tension-steel centroid, cm; d = h - cover
+    double momFi = 0.0;   ///< `MomFiTxt`: phi for flexure (fallback 0.9)
+    double facRmax = 0.0; ///< `FacRmaxTxt`: rho max as a fraction of rho b (fallback 0.5)
+    double facRmin = 0.0; ///< `FacRminTxt`: rho min = value / FY (fallback 14.06)
+    double ldFact = 0.0;  ///< `LdfactTxt`: moment factor at flagged end supports (fallback 1.0)
+    double coverCm = 5.0; ///< face to tension-steel centroid, cm; d = h - cover
     double compressionCoverCm = 5.0; ///< face to compression-steel centroid d', cm
 };
 
@@ -61,7 +61,7 @@ enum class FlexureBranch {
 
 enum class FlexureStatus {
     Ok,
-    InvalidInput,     ///< a dimension or material that cannot be designed; see message
+    InvalidInput,                ///< a dimension or material that cannot be designed; see message
     CompressionSteelIneffective, ///< the compression steel lies at or below the neutral axis
 };
 
@@ -69,16 +69,16 @@ struct FlexureResult {
     FlexureStatus status = FlexureStatus::Ok;
     std::string message; ///< plain sentence when status is not Ok
     FlexureBranch branch = FlexureBranch::None;
-    double momentTm = 0.0;          ///< the design moment (absolute), t·m
-    double effectiveDepthCm = 0.0;  ///< d
-    double compressionWidthCm = 0.0; ///< width of the compression face used
-    double limitMomentTm = 0.0;     ///< M1 of the tension-only limit (or the shortcut), t·m
-    double limitBlockDepthCm = 0.0; ///< stress-block depth a at the limit, cm (0: shortcut)
-    double tensionAreaCm2 = 0.0;    ///< required As, rho min included
-    double compressionAreaCm2 = 0.0; ///< required A's (0 when not needed)
+    double momentTm = 0.0;               ///< the design moment (absolute), t·m
+    double effectiveDepthCm = 0.0;       ///< d
+    double compressionWidthCm = 0.0;     ///< width of the compression face used
+    double limitMomentTm = 0.0;          ///< M1 of the tension-only limit (or the shortcut), t·m
+    double limitBlockDepthCm = 0.0;      ///< stress-block depth a at the limit, cm (0: shortcut)
+    double tensionAreaCm2 = 0.0;         ///< required As, rho min included
+    double compressionAreaCm2 = 0.0;     ///< required A's (0 when not needed)
     double compressionStressKgCm2 = 0.0; ///< stress of the compression steel (<= FY)
-    double rho = 0.0;               ///< As / (bw d)
-    bool minimumGoverns = false;    ///< As was raised to rho min × bw × d
+    double rho = 0.0;                    ///< As / (bw d)
+    bool minimumGoverns = false;         ///< As was raised to rho min × bw × d
     bool ok() const { return status == FlexureStatus::Ok; }
 };
 
@@ -101,8 +101,17 @@ struct SpanEndConditions {
     bool cantilever = false; ///< one end free (an overhang)
 };
 
+/// Divisors of the minimum depth L / divisor; a value of 0 or less stands for the ACI value.
+struct DepthDivisors {
+    double simple = 16.0;   ///< both ends discontinuous
+    double oneEnd = 18.5;   ///< one end continuous
+    double bothEnds = 21.0; ///< both ends continuous
+    double cantilever = 8.0;
+};
+
 /// ACI minimum depth of a beam not supporting partitions likely to be damaged: L/16 with both
 /// ends discontinuous, L/18.5 with one end continuous, L/21 with both, L/8 for a cantilever.
-double minimumDepthCm(double spanLengthCm, const SpanEndConditions& ends);
+double minimumDepthCm(double spanLengthCm, const SpanEndConditions& ends,
+                      const DepthDivisors& divisors = {});
 
 } // namespace orvak::beams

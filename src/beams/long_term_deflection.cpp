@@ -41,8 +41,8 @@ GrossSection grossSection(const SectionGeometry& section, double frKgCm2) {
     return g;
 }
 
-CrackedSection crackedSection(const SectionGeometry& section, bool flangeCompressed,
-                              double dCm, double ast, double asc, double coverCm, double n) {
+CrackedSection crackedSection(const SectionGeometry& section, bool flangeCompressed, double dCm,
+                              double ast, double asc, double coverCm, double n) {
     CrackedSection k;
     const bool flanged = flangeCompressed && section.flangeWidthCm > section.webWidthCm &&
                          section.flangeThicknessCm > 0.0;
@@ -67,8 +67,8 @@ CrackedSection crackedSection(const SectionGeometry& section, bool flangeCompres
         k.formula = CrackedFormula::CompressionSteel;
         k.alpha = k.asc * (n - 1.0) / (n * k.ast);
         const double a1 = 1.0 + k.alpha;
-        k.c = k.d * (std::sqrt(nr * (nr * a1 * a1 + 2.0 * (1.0 + k.alpha * coverCm / k.d))) -
-                     nr * a1);
+        k.c = k.d *
+              (std::sqrt(nr * (nr * a1 * a1 + 2.0 * (1.0 + k.alpha * coverCm / k.d))) - nr * a1);
         k.icr = k.b * std::pow(k.c, 3) / 3.0 + n * k.ast * std::pow(k.d - k.c, 2) +
                 (n - 1.0) * k.asc * std::pow(k.c - coverCm, 2);
         return k;
@@ -109,9 +109,9 @@ InertiaSet inertias(const DeflectionSection& s) {
     const double ig = s.gross.ig;
     const double icr = s.cracked.icr;
     const double mcr = s.gross.mcrKgCm;
-    return {effectiveInertia(ig, icr, mcr, s.momDlKgCm), effectiveInertia(ig, icr, mcr, s.momLlKgCm),
-            effectiveInertia(ig, icr, mcr, s.momSusKgCm),
-            effectiveInertia(ig, icr, mcr, s.momTotKgCm)};
+    return {
+        effectiveInertia(ig, icr, mcr, s.momDlKgCm), effectiveInertia(ig, icr, mcr, s.momLlKgCm),
+        effectiveInertia(ig, icr, mcr, s.momSusKgCm), effectiveInertia(ig, icr, mcr, s.momTotKgCm)};
 }
 
 double at(const std::vector<double>& v, std::size_t i) {
@@ -131,13 +131,22 @@ DeflectionResult computeLongTermDeflection(const DeflectionInput& input) {
         r.message = "The long time deflection needs an analysed beam with a section per span.";
         return r;
     }
+    for (const SectionGeometry& sec : input.sections) {
+        if (!(sec.webWidthCm > 0.0) || !(sec.heightCm > 0.0) || !std::isfinite(sec.heightCm) ||
+            !(sec.heightCm - input.settings.topCoverCm > 0.0) ||
+            !(sec.heightCm - input.settings.bottomCoverCm > 0.0)) {
+            r.ok = false;
+            r.message = "A span's section is too small for its covers: no deflection computed.";
+            return r;
+        }
+    }
     r.fcKgCm2 = input.fcKgCm2;
     r.ec = core::concreteModulus(input.fcKgCm2);
     r.fr = 2.0 * std::sqrt(input.fcKgCm2);
     r.n = kSteelModulusKgCm2 / r.ec;
     r.tf = timeFactor(input.settings.durationMonths);
-    r.divisor = input.settings.deflDivisor > 0.0 ? input.settings.deflDivisor
-                                                 : kDeflDivisorFallback;
+    r.divisor =
+        input.settings.deflDivisor > 0.0 ? input.settings.deflDivisor : kDeflDivisorFallback;
     const double sus = std::clamp(input.settings.sustainedLivePercent, 0.0, 100.0) / 100.0;
     const ServiceAnalysis& service = input.analysis.service;
 
@@ -150,9 +159,9 @@ DeflectionResult computeLongTermDeflection(const DeflectionInput& input) {
         s.momTotKgCm = s.momDlKgCm + s.momLlKgCm;
         s.gross = grossSection(sec, r.fr);
         // Hogging: the top steel in tension, the bottom face compressed.
-        s.cracked = crackedSection(sec, sec.flangeAtBottom, sec.heightCm - input.settings.topCoverCm,
-                                   at(input.jointAst, j), at(input.jointAsc, j),
-                                   input.settings.bottomCoverCm, r.n);
+        s.cracked = crackedSection(sec, sec.flangeAtBottom,
+                                   sec.heightCm - input.settings.topCoverCm, at(input.jointAst, j),
+                                   at(input.jointAsc, j), input.settings.bottomCoverCm, r.n);
         s.ie = inertias(s);
         r.joints.push_back(s);
     }
@@ -164,10 +173,9 @@ DeflectionResult computeLongTermDeflection(const DeflectionInput& input) {
         s.momSusKgCm = s.momDlKgCm + sus * s.momLlKgCm;
         s.momTotKgCm = s.momDlKgCm + s.momLlKgCm;
         s.gross = grossSection(sec, r.fr);
-        s.cracked = crackedSection(sec, sec.flangeOnTop,
-                                   sec.heightCm - input.settings.bottomCoverCm,
-                                   at(input.memberAst, i), at(input.memberAsc, i),
-                                   input.settings.topCoverCm, r.n);
+        s.cracked = crackedSection(
+            sec, sec.flangeOnTop, sec.heightCm - input.settings.bottomCoverCm,
+            at(input.memberAst, i), at(input.memberAsc, i), input.settings.topCoverCm, r.n);
         s.ie = inertias(s);
         r.members.push_back(s);
         r.spanLengthsCm.push_back(input.model.spans[i].lengthCm);
@@ -209,8 +217,9 @@ DeflectionResult computeLongTermDeflection(const DeflectionInput& input) {
     const BeamAnalysisResult runSus = rerun(&InertiaSet::sus);
     if (!runDl.ok() || !runTot.ok() || !runSus.ok()) {
         r.ok = false;
-        r.message = "The deflections could not be computed: " +
-                    (!runDl.ok() ? runDl.message : !runTot.ok() ? runTot.message : runSus.message);
+        r.message = "The deflections could not be computed: " + (!runDl.ok()    ? runDl.message
+                                                                 : !runTot.ok() ? runTot.message
+                                                                                : runSus.message);
         r.deflections.assign(n, MemberDeflection{});
         return r;
     }

@@ -51,8 +51,8 @@ struct CrackedSection {
     double c = 0.0;
     double icr = 0.0;
 };
-CrackedSection crackedSection(const SectionGeometry& section, bool flangeCompressed,
-                              double dCm, double ast, double asc, double coverCm, double n);
+CrackedSection crackedSection(const SectionGeometry& section, bool flangeCompressed, double dCm,
+                              double ast, double asc, double coverCm, double n);
 
 /// Ie = Icr + (Ig - Icr)(Mcr / Ma)³, Ig when the section does not crack (Ma <= Mcr, Ma = 0)
 /// and never above Ig.
@@ -75,8 +75,8 @@ struct MemberDeflection {
     InertiaSet ieAvg;
     double initDefCm = 0.0; ///< immediate deflection under dead + live
     double defDlCm = 0.0;
-    double defLlCm = 0.0;   ///< immediate, Δ(D+L) - ΔD
-    double defSusCm = 0.0;  ///< immediate under dead + the sustained live part
+    double defLlCm = 0.0;  ///< immediate, Δ(D+L) - ΔD
+    double defSusCm = 0.0; ///< immediate under dead + the sustained live part
     double lnda = 0.0;
     double defLtCm = 0.0;   ///< DefLL + 2 DefDL + LNDA DefSus
     double allowedCm = 0.0; ///< L / divisor
@@ -87,8 +87,8 @@ struct MemberDeflection {
 /// (n): the provided tension steel (top at joints, bottom at members) and the compression
 /// steel of the same point (0 when none).
 struct DeflectionInput {
-    BeamAnalysisInput model; ///< the beam with its loads; inertias are replaced
-    BeamAnalysisResult analysis; ///< its service states give the service moments
+    BeamAnalysisInput model;               ///< the beam with its loads; inertias are replaced
+    BeamAnalysisResult analysis;           ///< its service states give the service moments
     std::vector<SectionGeometry> sections; ///< per span
     double fcKgCm2 = 0.0;
     std::vector<double> jointAst, jointAsc, memberAst, memberAsc;

@@ -16,9 +16,18 @@ double fallback(double stored, double value) {
     return stored > 0.0 ? stored : value;
 }
 
+// More 2 mm steps than from the smallest bar to the cap; only reached by absurd diameters.
+constexpr int kMaxStirrupSteps = 16;
+
 double legArea(int legs, double diameterMm) {
     const double db = diameterMm / 10.0;
     return legs * std::numbers::pi * db * db / 4.0;
+}
+
+// Kilograms as tonnes with two decimals, without the mask's leading blanks.
+std::string tonnes(double kg) {
+    const std::string s = core::formatUsing("######.##", kg / 1000.0);
+    return s.substr(s.find_first_not_of(' '));
 }
 
 } // namespace
@@ -29,8 +38,7 @@ ShearResult designShear(const ShearPointInput& point, const ShearSettings& setti
     const double b = point.webWidthCm;
     const double d = point.effectiveDepthCm;
     const double fc = materials.fcKgCm2;
-    const double fy = materials.fyStirrupKgCm2 > 0.0 ? materials.fyStirrupKgCm2
-                                                     : materials.fyKgCm2;
+    const double fy = materials.fyStirrupKgCm2 > 0.0 ? materials.fyStirrupKgCm2 : materials.fyKgCm2;
     if (!(b > 0.0) || !(d > 0.0) || !(fc > 0.0) || !(fy > 0.0) || !std::isfinite(point.vuKg)) {
         r.status = ShearStatus::InvalidInput;
         r.message = "The web width, the effective depth, Fc and FY must be above zero.";
@@ -58,9 +66,8 @@ ShearResult designShear(const ShearPointInput& point, const ShearSettings& setti
     r.vsLimitKg = 2.06 * sqrtFc * b * d;
     if (r.vsKg > r.vsLimitKg) {
         r.status = ShearStatus::SectionTooSmall;
-        r.message = "Section too small in shear: Vs =" + core::formatUsing(" ####.##", r.vsKg / 1000.0) +
-                    " t exceeds 2.06 * Sqr(Fc) * b * d =" +
-                    core::formatUsing(" ####.##", r.vsLimitKg / 1000.0) + " t.";
+        r.message = "Section too small in shear: Vs = " + tonnes(r.vsKg) +
+                    " t exceeds 2.06 * Sqr(Fc) * b * d = " + tonnes(r.vsLimitKg) + " t.";
         return r;
     }
 
@@ -70,17 +77,19 @@ ShearResult designShear(const ShearPointInput& point, const ShearSettings& setti
     const double firstDia = fallback(settings.stirrupDiameterMm, kStirrupDiameterFallbackMm);
     const double lastDia = std::max(firstDia, kMaxStirrupDiameterMm);
     double dia = firstDia;
-    for (;;) {
+    // The step count bounds the loop even for a diameter so large that adding 2 mm does not
+    // change it.
+    for (int step = 0;; ++step) {
         r.diameterMm = dia;
         r.avCm2 = legArea(r.legs, dia);
         r.spacingCm = r.vsKg > 0.0 ? std::min(r.avCm2 * fy * d / r.vsKg, maxSpacing) : maxSpacing;
         if (r.spacingCm >= minSpacing) {
             break;
         }
-        if (dia + 2.0 > lastDia) {
+        if (dia + 2.0 > lastDia || step >= kMaxStirrupSteps) {
             r.status = ShearStatus::MinSpacingNotReached;
             r.message = "The stirrup spacing stays below the minimum spacing even with " +
-                        core::formatUsing("##", dia) + " mm stirrups.";
+                        std::to_string(static_cast<int>(dia)) + " mm stirrups.";
             break;
         }
         dia += 2.0;

@@ -37,27 +37,27 @@ struct InclinedBars {
 };
 
 struct ShearPointInput {
-    double vuKg = 0.0;            ///< factored shear (sign ignored)
-    double webWidthCm = 0.0;      ///< b
-    double heightCm = 0.0;        ///< h, for the cut length
+    double vuKg = 0.0;             ///< factored shear (sign ignored)
+    double webWidthCm = 0.0;       ///< b
+    double heightCm = 0.0;         ///< h, for the cut length
     double effectiveDepthCm = 0.0; ///< d
     InclinedBars inclined;
 };
 
 enum class ShearStatus {
     Ok,
-    InvalidInput,          ///< dimensions or materials not above zero
-    SectionTooSmall,       ///< Vs above 2.06 sqrt(Fc) b d: no stirrups designed
-    MinSpacingNotReached,  ///< the spacing stays below the minimum at the largest diameter
+    InvalidInput,         ///< dimensions or materials not above zero
+    SectionTooSmall,      ///< Vs above 2.06 sqrt(Fc) b d: no stirrups designed
+    MinSpacingNotReached, ///< the spacing stays below the minimum at the largest diameter
 };
 
 struct ShearResult {
     ShearStatus status = ShearStatus::Ok;
     std::string message;
-    double vnKg = 0.0;     ///< Vu × factor / phi
-    double vcKg = 0.0;     ///< 0.53 sqrt(Fc) b d
-    double vbKg = 0.0;     ///< share of inclined bars
-    double vsKg = 0.0;     ///< steel share designed for
+    double vnKg = 0.0;      ///< Vu × factor / phi
+    double vcKg = 0.0;      ///< 0.53 sqrt(Fc) b d
+    double vbKg = 0.0;      ///< share of inclined bars
+    double vsKg = 0.0;      ///< steel share designed for
     double vsLimitKg = 0.0; ///< 2.06 sqrt(Fc) b d
     bool minimumStirrups = false;
     int legs = 0;

@@ -28,8 +28,8 @@ SectionGeometry tee(SectionKind kind, double bFlange, double bw, double t, doubl
     s.flangeWidthCm = bFlange;
     s.flangeThicknessCm = t;
     s.heightCm = h;
-    s.flangeOnTop = kind == SectionKind::TSection || kind == SectionKind::LSection ||
-                    kind == SectionKind::Rib;
+    s.flangeOnTop =
+        kind == SectionKind::TSection || kind == SectionKind::LSection || kind == SectionKind::Rib;
     s.flangeAtBottom = kind == SectionKind::InvertedT || kind == SectionKind::InvertedL;
     return s;
 }
@@ -94,7 +94,8 @@ TEST(FlexureRectangle, TensionSteelFromTheQuadratic) {
     EXPECT_NEAR(r.limitBlockDepthCm, 13.84345, 1e-4);
     EXPECT_FALSE(r.minimumGoverns);
 
-    const FlexureResult hog = designFlexure(rectangle(30, 60), 20.0, true, covers(5, 5), kMaterials);
+    const FlexureResult hog =
+        designFlexure(rectangle(30, 60), 20.0, true, covers(5, 5), kMaterials);
     EXPECT_DOUBLE_EQ(hog.tensionAreaCm2, r.tensionAreaCm2);
 }
 
@@ -104,7 +105,8 @@ TEST(FlexureRectangle, RhoMinBoundsASmallMomentButNotZero) {
         designFlexure(rectangle(30, 60), 3.0, false, covers(5, 5), kMaterials);
     EXPECT_TRUE(small.minimumGoverns);
     EXPECT_NEAR(small.tensionAreaCm2, 5.5236, kAreaTol);
-    const FlexureResult none = designFlexure(rectangle(30, 60), 0.0, false, covers(5, 5), kMaterials);
+    const FlexureResult none =
+        designFlexure(rectangle(30, 60), 0.0, false, covers(5, 5), kMaterials);
     EXPECT_EQ(none.branch, FlexureBranch::None);
     EXPECT_DOUBLE_EQ(none.tensionAreaCm2, 0.0);
 }
@@ -122,7 +124,8 @@ TEST(FlexureRectangle, CompressionSteelCarriesTheExcess) {
 
     // d' = 7: strain 0.003 × 9.2864 / 16.2864 gives fs' = 3489.59; As2 = 1,181,298 /
     // (0.9 × 4200 × 48) = 6.5106, As = 27.5231, A's = 6.5106 × 4200 / 3489.59 = 7.8361.
-    const FlexureResult soft = designFlexure(rectangle(30, 60), 50.0, false, covers(5, 7), kMaterials);
+    const FlexureResult soft =
+        designFlexure(rectangle(30, 60), 50.0, false, covers(5, 7), kMaterials);
     EXPECT_NEAR(soft.tensionAreaCm2, 27.5231, kAreaTol);
     EXPECT_NEAR(soft.compressionAreaCm2, 7.8361, kAreaTol);
     EXPECT_NEAR(soft.compressionStressKgCm2, 3489.59, 0.01);
@@ -188,6 +191,9 @@ TEST(FlexureDepth, MinimumDepthByEndConditions) {
     EXPECT_DOUBLE_EQ(minimumDepthCm(740, {true, false, false}), 40.0);
     EXPECT_DOUBLE_EQ(minimumDepthCm(840, {true, true, false}), 40.0);
     EXPECT_DOUBLE_EQ(minimumDepthCm(200, {true, false, true}), 25.0);
+    // Stored divisors replace the table; a zero keeps the ACI value.
+    EXPECT_DOUBLE_EQ(minimumDepthCm(800, {false, false, false}, {20.0, 0.0, 0.0, 0.0}), 40.0);
+    EXPECT_DOUBLE_EQ(minimumDepthCm(740, {false, true, false}, {20.0, 0.0, 0.0, 0.0}), 40.0);
 }
 
 } // namespace

@@ -28,7 +28,7 @@ SectionGeometry topFlanged(double bFlange, double bw, double t, double h) {
     return s;
 }
 
-const double kFr = 2.0 * std::sqrt(250.0);               // 31.6228 kg/cm²
+const double kFr = 2.0 * std::sqrt(250.0);                  // 31.6228 kg/cm²
 const double kN = 2040000.0 / (15100.0 * std::sqrt(250.0)); // 8.5444
 
 TEST(LongTermDeflection, TimeFactor) {
@@ -75,7 +75,7 @@ TEST(LongTermDeflection, CrackedSectionsBalanceTheirForces) {
 }
 
 TEST(LongTermDeflection, EffectiveInertiaGuards) {
-    EXPECT_DOUBLE_EQ(effectiveInertia(540000, 170000, 569210, 0.0), 540000); // MomDL = 0
+    EXPECT_DOUBLE_EQ(effectiveInertia(540000, 170000, 569210, 0.0), 540000);    // MomDL = 0
     EXPECT_DOUBLE_EQ(effectiveInertia(540000, 170000, 569210, 400000), 540000); // uncracked
     // Ma = 2 Mcr: Icr + (Ig - Icr) / 8.
     EXPECT_DOUBLE_EQ(effectiveInertia(540000, 170000, 500000, 1000000), 170000 + 370000 / 8.0);

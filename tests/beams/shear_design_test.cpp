@@ -85,6 +85,9 @@ TEST(ShearDesign, DiameterRaisedInTwoMillimetreStepsAndCapped) {
     EXPECT_EQ(capped.status, ShearStatus::MinSpacingNotReached);
     EXPECT_DOUBLE_EQ(capped.diameterMm, 16);
     EXPECT_FALSE(capped.message.empty());
+
+    s.stirrupDiameterMm = 1e300; // 1e300 + 2 == 1e300: the loop must still end
+    EXPECT_EQ(designShear(point(43992.0), s, kMaterials).status, ShearStatus::MinSpacingNotReached);
 }
 
 TEST(ShearDesign, UpperLimitAndInclinedBars) {
