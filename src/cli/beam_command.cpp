@@ -1,10 +1,12 @@
 // orvak-cli beam commands: analyse one continuous beam under a load-case scheme and print its
 // case results, envelope and service deflections as JSON or as a readable table.
+#include <fmt/format.h>
+
 #include <iostream>
 #include <memory>
-
-#include <fmt/format.h>
 #include <nlohmann/json.hpp>
+#include <regex>
+#include <sstream>
 
 #include "beams/case_files.h"
 #include "beams/model_json.h"
@@ -153,8 +155,15 @@ json resultJson(const beams::BeamAnalysisResult& r) {
     return j;
 }
 
-void printTable(const beams::BeamRecord& beam, const beams::BeamAnalysisResult& r, int scheme,
-                std::ostream& out) {
+// A value that rounds to zero prints without a sign: "-0.000" would make a reader look for a
+// hogging moment that is not there.
+std::string withoutNegativeZeros(std::string text) {
+    static const std::regex negativeZero(R"((^|[^\d.])-(0\.0+)(?![\d]))");
+    return std::regex_replace(text, negativeZero, "$1 $2");
+}
+
+void printTableText(const beams::BeamRecord& beam, const beams::BeamAnalysisResult& r, int scheme,
+                    std::ostream& out) {
     out << fmt::format("Beam {}: {} spans, case scheme {}, {} cases\n", beam.name,
                        beam.spans.size(), scheme, r.cases.size());
     for (std::size_t i = 0; i < r.cases.size(); ++i) {
@@ -193,6 +202,13 @@ void printTable(const beams::BeamRecord& beam, const beams::BeamAnalysisResult& 
                            r.service.live.maxDeflections[s].deflectionMm,
                            r.service.total.maxDeflections[s].deflectionMm);
     }
+}
+
+void printTable(const beams::BeamRecord& beam, const beams::BeamAnalysisResult& r, int scheme,
+                std::ostream& out) {
+    std::ostringstream text;
+    printTableText(beam, r, scheme, text);
+    out << withoutNegativeZeros(text.str());
 }
 
 } // namespace
