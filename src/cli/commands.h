@@ -20,5 +20,6 @@ void addBarsCommands(CLI::App& app, CommandContext& context);
 void addSteelCommands(CLI::App& app, CommandContext& context);
 void addModelCommands(CLI::App& app, CommandContext& context);
 void addBeamCommands(CLI::App& app, CommandContext& context);
+void addDesignCommands(CLI::App& app, CommandContext& context);
 
 } // namespace orvak::cli

@@ -19,6 +19,7 @@ int main(int argc, char** argv) {
     orvak::cli::addSteelCommands(app, context);
     orvak::cli::addModelCommands(app, context);
     orvak::cli::addBeamCommands(app, context);
+    orvak::cli::addDesignCommands(app, context);
 
     try {
         app.parse(argc, argv);

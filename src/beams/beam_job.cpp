@@ -1,0 +1,320 @@
+// Design of one stored beam from its files to its listings and steel items: read, analyse with
+// case files, design, write the four listings, and record the chosen bars in Iron.db.
+#include "beams/beam_job.h"
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+
+#include <fmt/format.h>
+
+#include "beams/beam_listings.h"
+#include "beams/case_files.h"
+#include "core/error.h"
+#include "core/file_util.h"
+
+namespace fs = std::filesystem;
+
+namespace orvak::beams {
+
+namespace {
+
+std::string withCrLf(const std::string& text) {
+    std::string out;
+    out.reserve(text.size() + text.size() / 40);
+    for (const char c : text) {
+        if (c == '\n') {
+            out += '\r';
+        }
+        out += c;
+    }
+    return out;
+}
+
+const FlexurePoint* findPoint(const BeamDesignResult& result, int span, PointPlace place,
+                              bool hogging) {
+    for (const auto& p : result.flexurePoints) {
+        if (p.span == span && p.place == place && p.hogging == hogging) {
+            return &p;
+        }
+    }
+    return nullptr;
+}
+
+double anchorageCm(double diameterMm) {
+    return kAnchorageDiameters * diameterMm / 10.0;
+}
+
+float wholeCm(double cm) {
+    return static_cast<float>(std::ceil(cm - 1e-6));
+}
+
+} // namespace
+
+BeamDesignInput designInputFromRecord(const BeamRecord& record, BeamAnalysisInput model,
+                                      BeamAnalysisResult analysis,
+                                      std::vector<bars::BarProperties> barTable) {
+    const BeamSettings& s = record.settings;
+    BeamDesignInput in;
+    in.model = std::move(model);
+    in.analysis = std::move(analysis);
+    in.barTable = std::move(barTable);
+
+    for (const auto& span : record.spans) {
+        std::string error;
+        const auto geometry = sectionGeometry(span.sectionKind, span.dims, error);
+        // validateBeam has checked every section; a failure here is a broken precondition.
+        if (!geometry) {
+            throw InputError(error);
+        }
+        in.sections.push_back(*geometry);
+    }
+
+    // The moment factor LdfactTxt acts at the far support of a single supported span and at
+    // end supports whose rotation is restrained.
+    const std::size_t n = record.spans.size();
+    in.ldFactorAtSupport.assign(n + 1, false);
+    if (n == 1 && record.supports[1].code == 2) {
+        in.ldFactorAtSupport[1] = true;
+    }
+    for (const std::size_t j : {std::size_t{0}, n}) {
+        if (record.supports[j].second == 1) {
+            in.ldFactorAtSupport[j] = true;
+        }
+    }
+
+    in.materials = {record.fc, record.fyMain, record.fyStirrups};
+
+    // One cover serves both faces in flexure: the larger one, which gives the smaller d and
+    // the deeper compression steel, both on the safe side.
+    const double cover = std::max(record.coverTopCm, record.coverBottomCm);
+    in.flexure.momFi = s.MomFiTxt;
+    in.flexure.facRmax = s.FacRmaxTxt;
+    in.flexure.facRmin = s.FacRminTxt;
+    in.flexure.ldFact = s.LdfactTxt;
+    in.flexure.coverCm = cover;
+    in.flexure.compressionCoverCm = cover;
+
+    in.bars.sideCoverCm = record.coverSideCm;
+    if (s.SDIAMTXT > 0) {
+        in.bars.stirrupDiameterMm = s.SDIAMTXT;
+    }
+    if (s.MINDCALC > 0) {
+        in.bars.minDiameterMm = s.MINDCALC;
+    }
+    in.bars.maxDiameterMm = s.MAXDCALC;
+    if (s.MINDIST > 0) {
+        in.bars.minClearSpacingCm = s.MINDIST;
+    }
+
+    in.shear.shearFi = s.ShearFiTxt;
+    in.shear.vsMin = s.VsMinTxt;
+    in.shear.stirrupDiameterMm = s.SDIAMTXT;
+    in.shear.maxSpacingCm = s.SSPCTXT;
+    in.shear.minSpacingCm = s.MinSSPCTXT;
+    if (s.WIDTHLNK > 0) {
+        in.shear.fourLegWidthCm = s.WIDTHLNK;
+    }
+    in.shear.stirrupCover = record.coverSideCm;
+    in.shear.hookCm = s.angleheight[1];
+
+    in.deflection.deflDivisor = s.DeflTxt;
+    in.deflection.topCoverCm = record.coverTopCm;
+    in.deflection.bottomCoverCm = record.coverBottomCm;
+
+    in.depthDivisors = {s.THIKTXT[0], s.THIKTXT[1], s.THIKTXT[2], s.THIKTXT[3]};
+    return in;
+}
+
+std::string listingBaseName(const BeamRecord& record) {
+    std::string name = record.name;
+    while (!name.empty() && (name.back() == ' ' || name.back() == '\0')) {
+        name.pop_back();
+    }
+    if (name.empty()) {
+        name = "Beam";
+    }
+    std::string base = fmt::format("{}_{}", name, record.number);
+    for (char& c : base) {
+        const auto u = static_cast<unsigned char>(c);
+        if (u < 0x20 || u == 0x7F || std::string_view("/\\:*?\"<>|").find(c) != std::string::npos) {
+            c = '_';
+        }
+    }
+    return base;
+}
+
+std::vector<bars::SteelItem> beamSteelItems(const BeamRecord& record, const BeamDesignInput& input,
+                                            const BeamDesignResult& result) {
+    std::vector<bars::SteelItem> items;
+    const int n = static_cast<int>(input.model.spans.size());
+    auto add = [&](float quantity, double diameterMm, double lengthCm, std::string description) {
+        bars::SteelItem item;
+        const auto mark = static_cast<std::int16_t>(items.size() + 1);
+        item.mainKey = bars::makeMainKey(static_cast<std::int32_t>(kBeamSteelKind), record.floor,
+                                         record.number, mark, 0);
+        item.element = bars::storedElementName(record.name);
+        item.slab = record.floor;
+        item.beam = record.number;
+        item.mark = mark;
+        item.general = static_cast<std::int16_t>(kBeamSteelKind);
+        item.quantity = quantity;
+        item.diameterMm = static_cast<float>(diameterMm);
+        item.lengthCm = wholeCm(lengthCm);
+        item.description = std::move(description);
+        items.push_back(std::move(item));
+    };
+    auto spanLength = [&](int i) {
+        return input.model.spans[static_cast<std::size_t>(i)].lengthCm;
+    };
+
+    // Bottom bars: the field's bars over the whole span, anchored past both supports.
+    for (int i = 0; i < n; ++i) {
+        const FlexurePoint* p = findPoint(result, i, PointPlace::Field, false);
+        if (p && p->tensionBars.found && p->tensionBars.count > 0) {
+            const double d = p->tensionBars.diameterMm;
+            add(static_cast<float>(p->tensionBars.count), d, spanLength(i) + 2 * anchorageCm(d),
+                fmt::format("bottom span {}", i + 1));
+        }
+    }
+    // Top bars over each support: the larger choice of its two faces, reaching 0.3 of each
+    // adjacent span, anchored on the side where there is no span.
+    for (int j = 0; j <= n; ++j) {
+        const FlexurePoint* left =
+            j > 0 ? findPoint(result, j - 1, PointPlace::Right, true) : nullptr;
+        const FlexurePoint* right = j < n ? findPoint(result, j, PointPlace::Left, true) : nullptr;
+        const BarChoice* chosen = nullptr;
+        for (const FlexurePoint* p : {left, right}) {
+            if (p && p->tensionBars.found && p->tensionBars.count > 0 &&
+                (!chosen || p->tensionBars.areaCm2 > chosen->areaCm2)) {
+                chosen = &p->tensionBars;
+            }
+        }
+        if (!chosen) {
+            continue;
+        }
+        const double d = chosen->diameterMm;
+        const double length = (j > 0 ? kTopBarSpanFraction * spanLength(j - 1) : anchorageCm(d)) +
+                              (j < n ? kTopBarSpanFraction * spanLength(j) : anchorageCm(d));
+        add(static_cast<float>(chosen->count), d, length, fmt::format("top support {}", j + 1));
+    }
+    // Stirrups: the closest spacing of the span's points over the whole span.
+    for (int i = 0; i < n; ++i) {
+        const ShearResult* governing = nullptr;
+        for (const auto& sp : result.shearPoints) {
+            if (sp.span == i && sp.shear.ok() && sp.shear.spacingCm > 0 &&
+                (!governing || sp.shear.spacingCm < governing->spacingCm)) {
+                governing = &sp.shear;
+            }
+        }
+        if (!governing) {
+            continue;
+        }
+        const auto count = static_cast<float>(std::floor(spanLength(i) / governing->spacingCm) + 1);
+        add(count, governing->diameterMm, governing->cutLengthCm,
+            fmt::format("stirrups span {}", i + 1));
+        if (governing->innerCutLengthCm > 0) {
+            add(count, governing->diameterMm, governing->innerCutLengthCm,
+                fmt::format("inner stirrups {}", i + 1));
+        }
+    }
+    return items;
+}
+
+std::vector<bars::BarProperties> designBarTable(const fs::path& generalFolder) {
+    bars::BarPropertyTable table = bars::LoadBarProperties(generalFolder);
+    std::vector<bars::BarProperties> rows;
+    for (const auto& r : table.rows) {
+        if (r.diameterMm > 0 && r.areaCm2 > 0) {
+            rows.push_back(r);
+        }
+    }
+    if (!table.available || rows.empty()) {
+        throw InputError(fmt::format(
+            "The bar table in {} holds no bar: enter the bar table (diameters, weights and "
+            "areas) before designing a beam.",
+            generalFolder.string()));
+    }
+    return rows;
+}
+
+BeamJobResult designBeamRecord(const fs::path& projectFolder, const BeamRecord& record,
+                               const std::vector<bars::BarProperties>& barTable, int scheme) {
+    BeamJobResult job;
+    job.name = record.name;
+    job.floor = record.floor;
+    job.number = record.number;
+    const std::string problem = validateBeam(record);
+    if (!problem.empty()) {
+        throw InputError(fmt::format("Floor {}, beam {} ({}): {}.", record.floor, record.number,
+                                     record.name, problem));
+    }
+
+    BeamAnalysisResult analysis = analyseBeamWithCaseFiles(projectFolder, record, scheme);
+    if (!analysis.ok()) {
+        job.status = BeamJobStatus::AnalysisFailed;
+        job.failures.push_back(analysis.message);
+        return job;
+    }
+    const BeamDesignInput input =
+        designInputFromRecord(record, analysisInput(record, scheme), std::move(analysis), barTable);
+    const BeamDesignResult design = designBeam(input);
+    job.failures = design.failures;
+    job.messages = design.messages;
+    job.status = design.ok() ? BeamJobStatus::Designed : BeamJobStatus::ChecksFailed;
+
+    // The store is opened before any file is written, so that a store that cannot be used
+    // stops the job with the listings of the earlier design still in place.
+    const std::vector<bars::SteelItem> items = beamSteelItems(record, input, design);
+    bars::IronDatabase db = bars::OpenIronDatabase(projectFolder);
+    std::vector<std::string> earlier;
+    for (const auto& element : db.elementNames()) {
+        for (const auto& item : db.itemsByMark(kBeamSteelKind, element)) {
+            if (item.slab == record.floor && item.beam == record.number) {
+                earlier.push_back(item.mainKey);
+            }
+        }
+    }
+
+    // Build every text before writing the first file.
+    const std::string base = listingBaseName(record);
+    const std::pair<std::string_view, std::string> listings[] = {
+        {kShearListingExt, shearListing(input, design)},
+        {kAnalysisListingExt, analysisListing(input.model, input.analysis)},
+        {kFlexureListingExt, flexureListing(input, design)},
+        {kDeflectionListingExt, deflectionListing(design.deflection)},
+    };
+    for (const auto& [ext, text] : listings) {
+        const fs::path file = projectFolder / (base + std::string(ext));
+        core::saveFileAtomically(file, withCrLf(text));
+        job.files.push_back(file);
+    }
+
+    // The new items are saved in one transaction (an item whose key exists is replaced), then
+    // the beam's earlier items that the new design no longer has are deleted.
+    db.saveItems(items);
+    std::set<std::string> kept;
+    for (const auto& item : items) {
+        kept.insert(item.mainKey);
+    }
+    for (const auto& key : earlier) {
+        if (!kept.contains(key)) {
+            db.deleteItem(key);
+        }
+    }
+    job.steelItems = items.size();
+    return job;
+}
+
+BeamJobResult designStoredBeam(const fs::path& projectFolder, const fs::path& generalFolder,
+                               int floor, int beamNumber, int scheme) {
+    const std::vector<BeamRecord> beams = readBeamFile(projectFolder, floor);
+    const auto it = std::find_if(beams.begin(), beams.end(),
+                                 [&](const BeamRecord& b) { return b.number == beamNumber; });
+    if (it == beams.end()) {
+        throw InputError(fmt::format("Floor {} has no beam {}.", floor, beamNumber));
+    }
+    return designBeamRecord(projectFolder, *it, designBarTable(generalFolder), scheme);
+}
+
+} // namespace orvak::beams

@@ -1,0 +1,83 @@
+// Design of one stored beam from its files to its listings and steel items: read, analyse with
+// case files, design, write the four listings, and record the chosen bars in Iron.db.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "bars/bar_tables.h"
+#include "bars/steel_store.h"
+#include "beams/beam_design.h"
+#include "beams/beam_record.h"
+
+namespace orvak::beams {
+
+/// Extensions of the listing files; the deflection listing takes the next free number.
+inline constexpr std::string_view kShearListingExt = ".Analy0";
+inline constexpr std::string_view kAnalysisListingExt = ".Analy1";
+inline constexpr std::string_view kFlexureListingExt = ".Analy2";
+inline constexpr std::string_view kDeflectionListingExt = ".Analy3";
+
+/// Steel items of beams are kept under the element kind of the floor's slab elements: the
+/// key is (1, floor, beam number, mark, 0).
+inline constexpr bars::ElementKind kBeamSteelKind = bars::ElementKind::Slab;
+/// Anchorage of a bar beyond the point where it is no longer needed, in bar diameters.
+inline constexpr double kAnchorageDiameters = 40.0;
+/// Top bars over an inner support reach this fraction of each adjacent span.
+inline constexpr double kTopBarSpanFraction = 0.3;
+
+enum class BeamJobStatus {
+    Designed,       ///< every check passed
+    ChecksFailed,   ///< listings and steel written; some points fail (see failures)
+    AnalysisFailed, ///< the beam cannot be analysed (e.g. unstable): nothing written
+};
+
+struct BeamJobResult {
+    BeamJobStatus status = BeamJobStatus::Designed;
+    std::string name; ///< the beam's identification as stored
+    int floor = 0;
+    int number = 0;
+    std::vector<std::string> failures; ///< analysis message or failed checks, plain sentences
+    std::vector<std::string> messages; ///< the depth messages of the design
+    std::vector<std::filesystem::path> files; ///< listings written, in extension order
+    std::size_t steelItems = 0;               ///< bar items recorded for this beam
+};
+
+/// The design input of a beam whose analysis is done: the record's materials, covers and
+/// settings copy mapped field by field (stored zeros stay zeros: the design engine applies
+/// the code fallbacks), the sections, the flagged end supports and the bar table.
+/// Precondition: validateBeam(record) is empty and analysis was made from model.
+BeamDesignInput designInputFromRecord(const BeamRecord& record, BeamAnalysisInput model,
+                                      BeamAnalysisResult analysis,
+                                      std::vector<bars::BarProperties> barTable);
+
+/// The beam's listing base name: the identification (trailing blanks cut, "Beam" when
+/// empty) and the number joined by "_", each character that cannot stand in a file name
+/// replaced by "_".
+std::string listingBaseName(const BeamRecord& record);
+
+/// The bar items of a designed beam, marks running from 1: per span the bottom bars of the
+/// field, per support the top bars, per span the stirrups (and the inner stirrups of four
+/// legs). Lengths in cm (see docs/decisions.md).
+std::vector<bars::SteelItem> beamSteelItems(const BeamRecord& record, const BeamDesignInput& input,
+                                            const BeamDesignResult& result);
+
+/// The bar table of the GENERAL folder for a design; throws InputError with a sentence asking
+/// for the bar table when it holds no bar.
+std::vector<bars::BarProperties> designBarTable(const std::filesystem::path& generalFolder);
+
+/// Designs a beam already read. Throws InputError when the record is not valid, FileError
+/// when a file cannot be written. An analysis that fails writes no listing and leaves the
+/// steel store untouched.
+BeamJobResult designBeamRecord(const std::filesystem::path& projectFolder, const BeamRecord& record,
+                               const std::vector<bars::BarProperties>& barTable, int scheme);
+
+/// Reads beam `beamNumber` of floor `floor` of the project and designs it (see
+/// designBeamRecord). Throws InputError when there is no such beam or the bar table is empty.
+BeamJobResult designStoredBeam(const std::filesystem::path& projectFolder,
+                               const std::filesystem::path& generalFolder, int floor,
+                               int beamNumber, int scheme);
+
+} // namespace orvak::beams

@@ -1,0 +1,139 @@
+// Tests of the design of a stored beam: listings, case files and steel items of a two-span
+// beam imported from JSON, replacement of earlier items, and an unstable beam.
+#include <gtest/gtest.h>
+
+#include "bars/steel_store.h"
+#include "beams/beam_job.h"
+#include "beams/beam_job_fixture.h"
+#include "beams/case_files.h"
+#include "beams/model_json.h"
+#include "core/error.h"
+#include "support/temp_dir.h"
+
+namespace orvak::beams {
+namespace {
+
+namespace fs = std::filesystem;
+
+using testing::twoBeamModel;
+using testing::writeBarTable;
+
+class BeamJob : public ::testing::Test {
+protected:
+    void SetUp() override {
+        fs::create_directories(project());
+        writeBarTable(general());
+    }
+    void import(const std::string& json) {
+        writeProjectModel(project(), modelFromJson(nlohmann::json::parse(json)));
+    }
+    fs::path project() const { return m_dir / "Job.prj"; }
+    fs::path general() const { return m_dir / "GENERAL"; }
+    test::TempDir m_dir;
+};
+
+TEST_F(BeamJob, DesignWritesListingsCaseFilesAndTheSteelOfThatBeamOnly) {
+    import(twoBeamModel());
+    const BeamJobResult r = designStoredBeam(project(), general(), 1, 1, 2);
+    ASSERT_EQ(r.status, BeamJobStatus::Designed) << (r.failures.empty() ? "" : r.failures[0]);
+
+    for (const char* ext : {".Analy0", ".Analy1", ".Analy2", ".Analy3"}) {
+        EXPECT_TRUE(fs::exists(project() / (std::string("B1_1") + ext))) << ext;
+    }
+    ASSERT_EQ(r.files.size(), 4u);
+    for (const auto name : {kLoadCasesFile, kCasesT1File, kCasesT2File, kCasesT3File}) {
+        EXPECT_TRUE(fs::exists(project() / name)) << name;
+    }
+
+    // Two equal spans fully loaded: the middle support carries -wL²/8 in every case, with
+    // w = 1.4 × 3 t/m = 4.2 t/m and L = 6 m: 4.2 × 36 / 8 = 18.90 t·m.
+    const std::string analy1 = test::readBytes(project() / "B1_1.Analy1");
+    EXPECT_NE(analy1.find("Support      2           -18.90  -18.90\r\n"), std::string::npos)
+        << analy1;
+    EXPECT_EQ(analy1.find("\n"), analy1.find("\r\n") + 1); // lines end in CR LF
+
+    bars::IronDatabase db = bars::OpenIronDatabase(project());
+    const auto items = db.itemsByMark(kBeamSteelKind, "B1");
+    // Bottom bars of two spans, top bars over three supports, stirrups of two spans (two
+    // legs: the web of 30 cm is below the four-leg width of 40 cm).
+    ASSERT_EQ(items.size(), 7u);
+    EXPECT_EQ(db.itemCount(), 7u); // nothing of beam 2
+    for (const auto& item : items) {
+        EXPECT_EQ(item.slab, 1);
+        EXPECT_EQ(item.beam, 1);
+        EXPECT_GT(item.quantity, 0.0f);
+        EXPECT_EQ(item.mainKey.substr(0, 10), "01.001.001");
+    }
+    // The top bars over the middle support reach 0.3 of each 600 cm span: 180 + 180 cm.
+    EXPECT_EQ(items[3].description, "top support 2");
+    EXPECT_FLOAT_EQ(items[3].lengthCm, 360.0f);
+    EXPECT_EQ(r.steelItems, 7u);
+}
+
+TEST_F(BeamJob, ASecondRunReplacesTheBeamsItemsAndKeepsOthers) {
+    import(twoBeamModel());
+    {
+        bars::IronDatabase db = bars::OpenIronDatabase(project());
+        bars::SteelItem stale;
+        stale.mainKey = bars::makeMainKey(1, 1, 1, 99, 0);
+        stale.element = "OLD NAME";
+        stale.slab = 1;
+        stale.beam = 1;
+        stale.mark = 99;
+        stale.general = 1;
+        stale.quantity = 4;
+        db.saveItem(stale);
+        bars::SteelItem other = stale;
+        other.mainKey = bars::makeMainKey(3, 0, 5, 1, 0);
+        other.element = "EXTRA";
+        other.general = 3;
+        other.slab = 0;
+        other.beam = 5;
+        db.saveItem(other);
+    }
+    designStoredBeam(project(), general(), 1, 1, 2);
+    designStoredBeam(project(), general(), 1, 1, 2);
+    bars::IronDatabase db = bars::OpenIronDatabase(project());
+    EXPECT_EQ(db.itemsByMark(kBeamSteelKind, "B1").size(), 7u);
+    EXPECT_FALSE(db.findItem(bars::makeMainKey(1, 1, 1, 99, 0)));
+    EXPECT_TRUE(db.findItem(bars::makeMainKey(3, 0, 5, 1, 0)));
+    EXPECT_EQ(db.itemCount(), 8u);
+}
+
+TEST_F(BeamJob, AnUnstableBeamWritesNoListingAndLeavesTheStoreAlone) {
+    import(twoBeamModel(R"([{"code": 2}, {"code": 0}, {"code": 0}])")); // turns about one hinge
+    const BeamJobResult r = designStoredBeam(project(), general(), 1, 1, 2);
+    EXPECT_EQ(r.status, BeamJobStatus::AnalysisFailed);
+    ASSERT_EQ(r.failures.size(), 1u);
+    EXPECT_FALSE(r.failures[0].empty());
+    EXPECT_TRUE(r.files.empty());
+    for (const auto& entry : fs::directory_iterator(project())) {
+        EXPECT_EQ(entry.path().extension().string().rfind(".Analy", 0), std::string::npos)
+            << entry.path();
+    }
+    EXPECT_FALSE(fs::exists(project() / "Iron.db"));
+    EXPECT_FALSE(fs::exists(project() / kLoadCasesFile));
+}
+
+TEST_F(BeamJob, InputProblemsAreRefusedWithASentence) {
+    import(twoBeamModel());
+    EXPECT_THROW(designStoredBeam(project(), general(), 1, 3, 2), InputError);
+    fs::remove(general() / "ROUNDBAR.DAT");
+    try {
+        designStoredBeam(project(), general(), 1, 1, 2);
+        FAIL() << "an empty bar table was accepted";
+    } catch (const InputError& e) {
+        EXPECT_NE(std::string(e.what()).find("enter the bar table"), std::string::npos);
+    }
+    EXPECT_FALSE(fs::exists(project() / "B1_1.Analy1"));
+
+    BeamRecord odd;
+    odd.name = "A/B:C*  ";
+    odd.number = 12;
+    EXPECT_EQ(listingBaseName(odd), "A_B_C__12");
+    odd.name = "";
+    EXPECT_EQ(listingBaseName(odd), "Beam_12");
+}
+
+} // namespace
+} // namespace orvak::beams

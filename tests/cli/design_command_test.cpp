@@ -1,0 +1,95 @@
+// End-to-end tests of "orvak-cli design": listings, case files and steel items of an imported
+// project, the exit codes of a failing beam and of a missing bar table, and the summary.
+#include <gtest/gtest.h>
+
+#include "bars/steel_store.h"
+#include "beams/beam_job_fixture.h"
+#include "cli/cli_runner.h"
+#include "support/temp_dir.h"
+
+namespace orvak::cli {
+namespace {
+
+namespace fs = std::filesystem;
+
+class CliDesign : public ::testing::Test {
+protected:
+    void SetUp() override {
+        fs::create_directories(project());
+        fs::create_directories(home() / "GENERAL");
+    }
+    fs::path home() const { return m_dir / "home"; }
+    fs::path project() const { return m_dir / "Job.prj"; }
+    testing::CliRun run(const std::vector<std::string>& args) const {
+        return testing::runCli(home(), m_dir.path(), args);
+    }
+    void importModel(int b2SecondCode) {
+        test::writeBytes(m_dir / "model.json",
+                         beams::testing::twoBeamModel(R"([{"code": 2}, {"code": 2}, {"code": 2}])",
+                                                      R"([{"code": 2}, {"code": )" +
+                                                          std::to_string(b2SecondCode) + "}]"));
+        const auto r = run({"import", project().string(), (m_dir / "model.json").string()});
+        ASSERT_EQ(r.code, 0) << r.err;
+    }
+    void writeBarTable() { beams::testing::writeBarTable(home() / "GENERAL"); }
+    test::TempDir m_dir;
+};
+
+TEST_F(CliDesign, DesignsEveryBeamAndARepeatReplacesTheSteelItems) {
+    importModel(2); // B2: one span on two pins, stable
+    writeBarTable();
+    const auto r = run({"design", project().string()});
+    ASSERT_EQ(r.code, 0) << r.out << r.err;
+    EXPECT_NE(r.out.find("Floor 1, beam 1 B1: designed"), std::string::npos) << r.out;
+    EXPECT_NE(r.out.find("Floor 1, beam 2 B2: designed"), std::string::npos) << r.out;
+    EXPECT_NE(r.out.find("2 beams designed, 0 with failures."), std::string::npos) << r.out;
+    for (const char* base : {"B1_1", "B2_2"}) {
+        for (const char* ext : {".Analy0", ".Analy1", ".Analy2", ".Analy3"}) {
+            EXPECT_TRUE(fs::exists(project() / (std::string(base) + ext))) << base << ext;
+        }
+    }
+    EXPECT_TRUE(fs::exists(project() / "CasesT1.dat"));
+
+    std::size_t first = 0;
+    {
+        bars::IronDatabase db = bars::OpenIronDatabase(project());
+        first = db.itemCount();
+        EXPECT_EQ(db.elementNames(), (std::vector<std::string>{"B1", "B2"}));
+    }
+    const auto again = run({"design", project().string(), "--floor", "1", "--beam", "1"});
+    ASSERT_EQ(again.code, 0) << again.err;
+    EXPECT_NE(again.out.find("1 beams designed"), std::string::npos) << again.out;
+    bars::IronDatabase db = bars::OpenIronDatabase(project());
+    EXPECT_EQ(db.itemCount(), first);
+}
+
+TEST_F(CliDesign, AnUnstableBeamIsReportedAndGetsNoListing) {
+    importModel(0); // B2 rests on one hinge and can turn about it
+    writeBarTable();
+    const auto r = run({"design", project().string()});
+    EXPECT_EQ(r.code, 2) << r.out << r.err;
+    EXPECT_NE(r.out.find("Floor 1, beam 2 B2: NOT DESIGNED"), std::string::npos) << r.out;
+    EXPECT_NE(r.out.find("2 beams designed, 1 with failures."), std::string::npos) << r.out;
+    EXPECT_TRUE(fs::exists(project() / "B1_1.Analy1"));
+    EXPECT_FALSE(fs::exists(project() / "B2_2.Analy1"));
+    EXPECT_FALSE(fs::exists(project() / "B2_2.Analy0"));
+    bars::IronDatabase db = bars::OpenIronDatabase(project());
+    EXPECT_TRUE(db.itemsByMark(bars::ElementKind::Slab, "B2").empty());
+}
+
+TEST_F(CliDesign, WithoutABarTableNothingIsDesigned) {
+    importModel(2);
+    const auto r = run({"design", project().string()});
+    EXPECT_EQ(r.code, 1);
+    EXPECT_NE(r.err.find("enter the bar table"), std::string::npos) << r.err;
+    EXPECT_FALSE(fs::exists(project() / "B1_1.Analy1"));
+    EXPECT_FALSE(fs::exists(project() / "Iron.db"));
+
+    writeBarTable();
+    const auto missing = run({"design", project().string(), "--floor", "4"});
+    EXPECT_EQ(missing.code, 1);
+    EXPECT_NE(missing.err.find("no floor 4"), std::string::npos) << missing.err;
+}
+
+} // namespace
+} // namespace orvak::cli
