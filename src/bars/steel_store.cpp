@@ -335,6 +335,11 @@ IronDatabase::SaveKind IronDatabase::saveItem(const SteelItem& item) {
 }
 
 std::size_t IronDatabase::saveItems(const std::vector<SteelItem>& items) {
+    return replaceItems({}, items);
+}
+
+std::size_t IronDatabase::replaceItems(const std::vector<std::string>& removedKeys,
+                                       const std::vector<SteelItem>& items) {
     std::vector<SteelItem> rows;
     rows.reserve(items.size());
     for (const SteelItem& item : items) {
@@ -342,6 +347,12 @@ std::size_t IronDatabase::saveItems(const std::vector<SteelItem>& items) {
     }
     return guarded(m_path, [&] {
         SQLite::Transaction tx(*m_db, SQLite::TransactionBehavior::IMMEDIATE);
+        SQLite::Statement remove(*m_db, "DELETE FROM SteelQntTable WHERE MAINKEY = ?");
+        for (const std::string& key : removedKeys) {
+            remove.bind(1, cutBytes(key, kMainKeyWidth));
+            remove.exec();
+            remove.reset();
+        }
         std::size_t added = 0;
         for (const SteelItem& it : rows) {
             added += writeItem(*m_db, it) == SaveKind::Added ? 1 : 0;

@@ -116,6 +116,11 @@ public:
     SaveKind saveItem(const SteelItem& item);
     /// Saves many items in one transaction (all or none); returns how many were added.
     std::size_t saveItems(const std::vector<SteelItem>& items);
+    /// Deletes the items of `removedKeys` and saves `items`, all in one transaction, so that a
+    /// design replacing an element's bars never leaves old and new items mixed. A key in both
+    /// lists ends up holding the new item. Returns how many items were added.
+    std::size_t replaceItems(const std::vector<std::string>& removedKeys,
+                             const std::vector<SteelItem>& items);
     std::optional<SteelItem> findItem(std::string_view mainKey) const;
     /// `delqnt`: deletes the item of that key; false when there was none.
     bool deleteItem(std::string_view mainKey);

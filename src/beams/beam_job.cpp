@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <set>
 
 #include <fmt/format.h>
 
@@ -290,18 +289,8 @@ BeamJobResult designBeamRecord(const fs::path& projectFolder, const BeamRecord& 
         job.files.push_back(file);
     }
 
-    // The new items are saved in one transaction (an item whose key exists is replaced), then
-    // the beam's earlier items that the new design no longer has are deleted.
-    db.saveItems(items);
-    std::set<std::string> kept;
-    for (const auto& item : items) {
-        kept.insert(item.mainKey);
-    }
-    for (const auto& key : earlier) {
-        if (!kept.contains(key)) {
-            db.deleteItem(key);
-        }
-    }
+    // The beam's earlier items go and the new ones come in one transaction.
+    db.replaceItems(earlier, items);
     job.steelItems = items.size();
     return job;
 }

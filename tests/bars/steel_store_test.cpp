@@ -93,6 +93,17 @@ TEST_F(SteelStore, SavingByKeyEditsInPlaceOrAdds) {
     EXPECT_EQ(stored->description, "top bars");
 }
 
+TEST_F(SteelStore, ReplacingDeletesTheOldKeysAndSavesTheNewItemsTogether) {
+    IronDatabase db = IronDatabase::open(project());
+    db.saveItems({item("K1", "B1", 12.0f), item("K2", "B1", 12.0f), item("K9", "C1", 8.0f)});
+    SteelItem renewed = item("K2", "B1", 16.0f);
+    // K1 goes, K2 is both removed and saved (it holds the new item), K3 is new; C1 untouched.
+    EXPECT_EQ(db.replaceItems({"K1", "K2"}, {renewed, item("K3", "B1", 10.0f)}), 2u);
+    EXPECT_EQ(keys(db.elementQuantities("B1")), (std::vector<std::string>{"K3", "K2"}));
+    EXPECT_EQ(db.findItem("K2")->diameterMm, 16.0f);
+    EXPECT_TRUE(db.findItem("K9").has_value());
+}
+
 TEST_F(SteelStore, ManualItemsAreCutToTheirFieldsAndWideKeysCollide) {
     ManualItem m;
     m.kind = ElementKind::Slab;
