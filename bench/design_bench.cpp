@@ -71,7 +71,7 @@ void BM_DesignDemoProject(benchmark::State& state) {
     const DemoProject demo;
     std::size_t beams = 0;
     for (auto _ : state) {
-        const auto barTable = designBarTable(demo.general());
+        const auto barTable = designBarTable(demo.general()).rows;
         beams = 0;
         for (const auto& floor : orvak::floors::readFloors(demo.project())) {
             for (const auto& record : readBeamFile(demo.project(), floor.number)) {

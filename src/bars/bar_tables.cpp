@@ -300,6 +300,16 @@ BarPropertyTable LoadBarProperties(const fs::path& generalFolder) {
     return table;
 }
 
+std::vector<BarProperties> builtInBarProperties() {
+    const TableKind& kind = roundbarTable();
+    std::vector<BarProperties> rows;
+    for (int r = 0; r < kind.defaultRows(); ++r) {
+        const std::size_t at = static_cast<std::size_t>(r * kind.defaultColumns);
+        rows.push_back(BarProperties{kind.defaults[at], kind.defaults[at + 2], kind.defaults[at + 1]});
+    }
+    return rows;
+}
+
 std::optional<BarProperties> FindBarProperties(float diameterMm,
                                                std::span<const BarProperties> rows) {
     for (const BarProperties& row : rows) {

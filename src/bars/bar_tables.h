@@ -128,6 +128,9 @@ struct BarPropertyTable {
 /// Reads ROUNDBAR.DAT of the GENERAL folder (a missing file is not made).
 BarPropertyTable LoadBarProperties(const std::filesystem::path& generalFolder);
 
+/// The built-in round-bar rows (the table a fresh installation writes), in table order.
+std::vector<BarProperties> builtInBarProperties();
+
 /// The first row whose diameter equals `diameterMm` exactly (single precision, no tolerance:
 /// 12.5 is not found in a table of 12 and 13); empty when there is none.
 std::optional<BarProperties> FindBarProperties(float diameterMm,

@@ -133,7 +133,10 @@ std::string listingBaseName(const BeamRecord& record) {
     if (name.empty()) {
         name = "Beam";
     }
-    std::string base = fmt::format("{}_{}", name, record.number);
+    // The floor is part of the identification: every floor numbers its beams from 1 and
+    // engineers reuse beam names from floor to floor, so without it the listings of one
+    // floor's beam would overwrite another's.
+    std::string base = fmt::format("F{}-{}_{}", record.floor, name, record.number);
     for (char& c : base) {
         const auto u = static_cast<unsigned char>(c);
         if (u < 0x20 || u == 0x7F || std::string_view("/\\:*?\"<>|").find(c) != std::string::npos) {
@@ -220,21 +223,28 @@ std::vector<bars::SteelItem> beamSteelItems(const BeamRecord& record, const Beam
     return items;
 }
 
-std::vector<bars::BarProperties> designBarTable(const fs::path& generalFolder) {
-    bars::BarPropertyTable table = bars::LoadBarProperties(generalFolder);
-    std::vector<bars::BarProperties> rows;
+DesignBarTable designBarTable(const fs::path& generalFolder) {
+    const bars::BarPropertyTable table = bars::LoadBarProperties(generalFolder);
+    DesignBarTable chosen;
+    if (!table.available) {
+        // No table file (or one without records): the built-in table, as a first start
+        // would have written it.
+        chosen.rows = bars::builtInBarProperties();
+        chosen.builtIn = true;
+        return chosen;
+    }
     for (const auto& r : table.rows) {
         if (r.diameterMm > 0 && r.areaCm2 > 0) {
-            rows.push_back(r);
+            chosen.rows.push_back(r);
         }
     }
-    if (!table.available || rows.empty()) {
+    if (chosen.rows.empty()) {
         throw InputError(fmt::format(
             "The bar table in {} holds no bar: enter the bar table (diameters, weights and "
             "areas) before designing a beam.",
             generalFolder.string()));
     }
-    return rows;
+    return chosen;
 }
 
 BeamJobResult designBeamRecord(const fs::path& projectFolder, const BeamRecord& record,
@@ -303,7 +313,7 @@ BeamJobResult designStoredBeam(const fs::path& projectFolder, const fs::path& ge
     if (it == beams.end()) {
         throw InputError(fmt::format("Floor {} has no beam {}.", floor, beamNumber));
     }
-    return designBeamRecord(projectFolder, *it, designBarTable(generalFolder), scheme);
+    return designBeamRecord(projectFolder, *it, designBarTable(generalFolder).rows, scheme);
 }
 
 } // namespace orvak::beams

@@ -53,9 +53,9 @@ BeamDesignInput designInputFromRecord(const BeamRecord& record, BeamAnalysisInpu
                                       BeamAnalysisResult analysis,
                                       std::vector<bars::BarProperties> barTable);
 
-/// The beam's listing base name: the identification (trailing blanks cut, "Beam" when
-/// empty) and the number joined by "_", each character that cannot stand in a file name
-/// replaced by "_".
+/// The beam's listing base name: the identification "F<floor>-<name>" (the name's trailing
+/// blanks cut, "Beam" when empty) and the number joined by "_", e.g. "F2-B1_1", each
+/// character that cannot stand in a file name replaced by "_".
 std::string listingBaseName(const BeamRecord& record);
 
 /// The bar items of a designed beam, marks running from 1: per span the bottom bars of the
@@ -64,9 +64,16 @@ std::string listingBaseName(const BeamRecord& record);
 std::vector<bars::SteelItem> beamSteelItems(const BeamRecord& record, const BeamDesignInput& input,
                                             const BeamDesignResult& result);
 
-/// The bar table of the GENERAL folder for a design; throws InputError with a sentence asking
-/// for the bar table when it holds no bar.
-std::vector<bars::BarProperties> designBarTable(const std::filesystem::path& generalFolder);
+struct DesignBarTable {
+    std::vector<bars::BarProperties> rows; ///< bars with a diameter and an area, table order
+    bool builtIn = false; ///< the GENERAL folder has no bar table: the built-in rows are used
+};
+
+/// The bar table of the GENERAL folder for a design: its rows with a diameter and an area, or
+/// the built-in rows when the folder has no table file or the file holds no record. Throws
+/// InputError with a sentence asking for the bar table when the file holds records but no
+/// usable bar.
+DesignBarTable designBarTable(const std::filesystem::path& generalFolder);
 
 /// Designs a beam already read. Throws InputError when the record is not valid, FileError
 /// when a file cannot be written. An analysis that fails writes no listing and leaves the

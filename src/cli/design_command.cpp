@@ -48,7 +48,12 @@ int runDesign(const DesignOptions& o) {
     const fs::path project(o.project);
     const fs::path programFolder = shell::resolveProgramFolder(std::getenv);
     const fs::path general = core::resolveNoCase(programFolder, shell::kGeneralFolderName);
-    const std::vector<bars::BarProperties> barTable = beams::designBarTable(general);
+    const beams::DesignBarTable bars = beams::designBarTable(general);
+    if (bars.builtIn) {
+        std::cerr << "The program folder has no bar table (GENERAL/ROUNDBAR.DAT); the built-in "
+                     "table is used.\n";
+    }
+    const std::vector<bars::BarProperties>& barTable = bars.rows;
 
     std::vector<floors::Floor> chosenFloors;
     for (const auto& f : floors::readFloors(project)) {

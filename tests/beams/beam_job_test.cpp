@@ -38,7 +38,7 @@ TEST_F(BeamJob, DesignWritesListingsCaseFilesAndTheSteelOfThatBeamOnly) {
     ASSERT_EQ(r.status, BeamJobStatus::Designed) << (r.failures.empty() ? "" : r.failures[0]);
 
     for (const char* ext : {".Analy0", ".Analy1", ".Analy2", ".Analy3"}) {
-        EXPECT_TRUE(fs::exists(project() / (std::string("B1_1") + ext))) << ext;
+        EXPECT_TRUE(fs::exists(project() / (std::string("F1-B1_1") + ext))) << ext;
     }
     ASSERT_EQ(r.files.size(), 4u);
     for (const auto name : {kLoadCasesFile, kCasesT1File, kCasesT2File, kCasesT3File}) {
@@ -47,7 +47,7 @@ TEST_F(BeamJob, DesignWritesListingsCaseFilesAndTheSteelOfThatBeamOnly) {
 
     // Two equal spans fully loaded: the middle support carries -wL²/8 in every case, with
     // w = 1.4 × 3 t/m = 4.2 t/m and L = 6 m: 4.2 × 36 / 8 = 18.90 t·m.
-    const std::string analy1 = test::readBytes(project() / "B1_1.Analy1");
+    const std::string analy1 = test::readBytes(project() / "F1-B1_1.Analy1");
     EXPECT_NE(analy1.find("Support      2           -18.90  -18.90\r\n"), std::string::npos)
         << analy1;
     EXPECT_EQ(analy1.find("\n"), analy1.find("\r\n") + 1); // lines end in CR LF
@@ -100,6 +100,26 @@ TEST_F(BeamJob, ASecondRunReplacesTheBeamsItemsAndKeepsOthers) {
     EXPECT_EQ(db.itemCount(), 8u);
 }
 
+TEST_F(BeamJob, BeamsOfTheSameNameOnTwoFloorsKeepTheirOwnListings) {
+    // Floor 1's B1 spans 6 m under 3 t/m, floor 2's B1 spans 4 m under 2 + 1 t/m: the middle
+    // support of floor 1's two spans carries 1.4 × 3 × 6² / 8 = 18.90 t·m, which floor 2's
+    // single span on two pins never shows.
+    nlohmann::json model = nlohmann::json::parse(twoBeamModel());
+    nlohmann::json upper = model["floors"][0];
+    upper["number"] = 2;
+    upper["beams"].erase(0); // B2 of floor 1 becomes beam 1 of floor 2 ...
+    upper["beams"][0]["name"] = "B1"; // ... under the name floor 1 uses too
+    model["floors"].push_back(upper);
+    writeProjectModel(project(), modelFromJson(model));
+
+    designStoredBeam(project(), general(), 1, 1, 2);
+    designStoredBeam(project(), general(), 2, 1, 2);
+    const std::string lower = test::readBytes(project() / "F1-B1_1.Analy1");
+    const std::string higher = test::readBytes(project() / "F2-B1_1.Analy1");
+    EXPECT_NE(lower.find("-18.90"), std::string::npos) << lower;
+    EXPECT_EQ(higher.find("-18.90"), std::string::npos) << higher;
+}
+
 TEST_F(BeamJob, AnUnstableBeamWritesNoListingAndLeavesTheStoreAlone) {
     import(twoBeamModel(R"([{"code": 2}, {"code": 0}, {"code": 0}])")); // turns about one hinge
     const BeamJobResult r = designStoredBeam(project(), general(), 1, 1, 2);
@@ -118,21 +138,24 @@ TEST_F(BeamJob, AnUnstableBeamWritesNoListingAndLeavesTheStoreAlone) {
 TEST_F(BeamJob, InputProblemsAreRefusedWithASentence) {
     import(twoBeamModel());
     EXPECT_THROW(designStoredBeam(project(), general(), 1, 3, 2), InputError);
-    fs::remove(general() / "ROUNDBAR.DAT");
+    std::uint8_t noDiameter[45] = {'1'};
+    test::writeBytes(general() / "ROUNDBAR.DAT",
+                     std::string(reinterpret_cast<const char*>(noDiameter), sizeof noDiameter));
     try {
         designStoredBeam(project(), general(), 1, 1, 2);
-        FAIL() << "an empty bar table was accepted";
+        FAIL() << "a bar table without a bar was accepted";
     } catch (const InputError& e) {
         EXPECT_NE(std::string(e.what()).find("enter the bar table"), std::string::npos);
     }
-    EXPECT_FALSE(fs::exists(project() / "B1_1.Analy1"));
+    EXPECT_FALSE(fs::exists(project() / "F1-B1_1.Analy1"));
 
     BeamRecord odd;
+    odd.floor = 0;
     odd.name = "A/B:C*  ";
     odd.number = 12;
-    EXPECT_EQ(listingBaseName(odd), "A_B_C__12");
+    EXPECT_EQ(listingBaseName(odd), "F0-A_B_C__12");
     odd.name = "";
-    EXPECT_EQ(listingBaseName(odd), "Beam_12");
+    EXPECT_EQ(listingBaseName(odd), "F0-Beam_12");
 }
 
 } // namespace

@@ -43,7 +43,7 @@ TEST_F(CliDesign, DesignsEveryBeamAndARepeatReplacesTheSteelItems) {
     EXPECT_NE(r.out.find("Floor 1, beam 1 B1: designed"), std::string::npos) << r.out;
     EXPECT_NE(r.out.find("Floor 1, beam 2 B2: designed"), std::string::npos) << r.out;
     EXPECT_NE(r.out.find("2 beams designed, 0 with failures."), std::string::npos) << r.out;
-    for (const char* base : {"B1_1", "B2_2"}) {
+    for (const char* base : {"F1-B1_1", "F1-B2_2"}) {
         for (const char* ext : {".Analy0", ".Analy1", ".Analy2", ".Analy3"}) {
             EXPECT_TRUE(fs::exists(project() / (std::string(base) + ext))) << base << ext;
         }
@@ -70,19 +70,33 @@ TEST_F(CliDesign, AnUnstableBeamIsReportedAndGetsNoListing) {
     EXPECT_EQ(r.code, 2) << r.out << r.err;
     EXPECT_NE(r.out.find("Floor 1, beam 2 B2: NOT DESIGNED"), std::string::npos) << r.out;
     EXPECT_NE(r.out.find("2 beams designed, 1 with failures."), std::string::npos) << r.out;
-    EXPECT_TRUE(fs::exists(project() / "B1_1.Analy1"));
-    EXPECT_FALSE(fs::exists(project() / "B2_2.Analy1"));
-    EXPECT_FALSE(fs::exists(project() / "B2_2.Analy0"));
+    EXPECT_TRUE(fs::exists(project() / "F1-B1_1.Analy1"));
+    EXPECT_FALSE(fs::exists(project() / "F1-B2_2.Analy1"));
+    EXPECT_FALSE(fs::exists(project() / "F1-B2_2.Analy0"));
     bars::IronDatabase db = bars::OpenIronDatabase(project());
     EXPECT_TRUE(db.itemsByMark(bars::ElementKind::Slab, "B2").empty());
 }
 
-TEST_F(CliDesign, WithoutABarTableNothingIsDesigned) {
+TEST_F(CliDesign, MissingBarTableUsesTheBuiltInOneAndABrokenOneStopsTheRun) {
     importModel(2);
+    // No ROUNDBAR.DAT: the built-in table, as a first start writes it, and a note.
+    const auto builtIn = run({"design", project().string()});
+    ASSERT_EQ(builtIn.code, 0) << builtIn.out << builtIn.err;
+    EXPECT_NE(builtIn.err.find("built-in table is used"), std::string::npos) << builtIn.err;
+    EXPECT_TRUE(fs::exists(project() / "F1-B1_1.Analy2"));
+
+    // A table whose only record has no diameter is the user's own broken table: nothing is
+    // designed, nothing is written, and the user is asked to enter the bars.
+    fs::remove_all(project());
+    fs::create_directories(project());
+    importModel(2);
+    std::uint8_t rec[45] = {'1'};
+    test::writeBytes(home() / "GENERAL" / "ROUNDBAR.DAT",
+                     std::string(reinterpret_cast<const char*>(rec), sizeof rec));
     const auto r = run({"design", project().string()});
     EXPECT_EQ(r.code, 1);
     EXPECT_NE(r.err.find("enter the bar table"), std::string::npos) << r.err;
-    EXPECT_FALSE(fs::exists(project() / "B1_1.Analy1"));
+    EXPECT_FALSE(fs::exists(project() / "F1-B1_1.Analy1"));
     EXPECT_FALSE(fs::exists(project() / "Iron.db"));
 
     writeBarTable();
