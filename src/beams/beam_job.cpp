@@ -120,6 +120,8 @@ BeamDesignInput designInputFromRecord(const BeamRecord& record, BeamAnalysisInpu
     in.deflection.deflDivisor = s.DeflTxt;
     in.deflection.topCoverCm = record.coverTopCm;
     in.deflection.bottomCoverCm = record.coverBottomCm;
+    in.deflection.sustainedLivePercent = record.sustainedLivePercent;
+    in.deflection.durationMonths = record.effectiveLiveLoadMonths();
 
     in.depthDivisors = {s.THIKTXT[0], s.THIKTXT[1], s.THIKTXT[2], s.THIKTXT[3]};
     return in;

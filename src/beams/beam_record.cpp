@@ -2,6 +2,7 @@
 // file and the translation of a stored beam into the analysis engine's input.
 #include "beams/beam_record.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include <fmt/format.h>
@@ -52,6 +53,15 @@ BeamRecord decodeBeamRecord(const core::RecordBuffer& rec, std::string& error) {
     b.coverSideCm = rec.getSingle(field("coverSide"));
     b.caseScheme = rec.getInt16(field("caseScheme"));
     b.freeDofCount = rec.getInt16(field("freeDofCount"));
+    // Records written before these two fields existed hold blanks there: no sustained live
+    // load and the default duration.
+    const auto singleOrZero = [&rec](const core::FieldDef& f) {
+        const auto at = rec.bytes().begin() + static_cast<std::ptrdiff_t>(f.offset);
+        return std::all_of(at, at + 4, [](std::uint8_t c) { return c == ' '; }) ? 0.0f
+                                                                                : rec.getSingle(f);
+    };
+    b.sustainedLivePercent = singleOrZero(field("sustainedLivePercent"));
+    b.liveLoadMonths = singleOrZero(field("liveLoadMonths"));
     const core::FieldDef& settings = field("settings");
     b.settings = decodeBeamSettings(core::RecordBuffer(std::vector<std::uint8_t>(
         rec.bytes().begin() + static_cast<std::ptrdiff_t>(settings.offset),
@@ -111,6 +121,8 @@ core::RecordBuffer encodeBeamRecord(const BeamRecord& b) {
     rec.setSingle(field("coverSide"), b.coverSideCm);
     rec.setInt16(field("caseScheme"), b.caseScheme);
     rec.setInt16(field("freeDofCount"), b.freeDofCount);
+    rec.setSingle(field("sustainedLivePercent"), b.sustainedLivePercent);
+    rec.setSingle(field("liveLoadMonths"), b.liveLoadMonths);
     for (std::size_t s = 0; s < b.spans.size(); ++s) {
         const StoredSpan& span = b.spans[s];
         rec.setInt16(field("sectionKind"), span.sectionKind, s);
@@ -166,6 +178,13 @@ std::string validateBeam(const BeamRecord& b) {
         if (!finite(c) || c < 0.0f) {
             return "the covers must be 0 cm or more";
         }
+    }
+    if (!finite(b.sustainedLivePercent) || b.sustainedLivePercent < 0.0f ||
+        b.sustainedLivePercent > 100.0f) {
+        return "the sustained part of the live load must be 0 to 100 %";
+    }
+    if (!finite(b.liveLoadMonths) || b.liveLoadMonths < 0.0f) {
+        return "the live load duration must be 0 months or more (0: 60 months)";
     }
     for (std::size_t s = 0; s < b.spans.size(); ++s) {
         const StoredSpan& span = b.spans[s];

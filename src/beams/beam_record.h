@@ -18,13 +18,16 @@ namespace orvak::beams {
 inline constexpr std::size_t kBeamRecordLength = 16699;
 /// Kinds per span in the load tables; kinds 1 to 4 are in use, the fifth is kept as stored.
 inline constexpr std::size_t kLoadTableKinds = 5;
+/// Live-load duration of the long-term deflection when a beam gives none: five years, the
+/// duration at which the ACI time-dependent factor reaches its final value of 2.
+inline constexpr float kDefaultLiveLoadMonths = 60.0f;
 /// Values per load: 1 dead part, 2 live part, 3 kept as stored (see docs/file-formats.md).
 inline constexpr std::size_t kLoadValuesPerLoad = 3;
 
 /// Field layout of the beam record. Tables are stored span after span: the value of span s
 /// (0-based) and kind k (1-based) is at index s·5 + k − 1 of a 5-by-30 table, value v of a
 /// load at s·12 + (k − 1)·3 + v − 1.
-inline constexpr auto kBeamRecordLayout = core::packFields<26>({{
+inline constexpr auto kBeamRecordLayout = core::packFields<28>({{
     {"marker", core::FieldType::Text, 1},
     {"name", core::FieldType::Text, 20},
     {"floor", core::FieldType::Int16},
@@ -50,7 +53,9 @@ inline constexpr auto kBeamRecordLayout = core::packFields<26>({{
     {"settings", core::FieldType::Text, kBeamSettingsLayout.size},
     {"caseScheme", core::FieldType::Int16},
     {"freeDofCount", core::FieldType::Int16},
-    {"reserved", core::FieldType::Text, 12249},
+    {"sustainedLivePercent", core::FieldType::Single},
+    {"liveLoadMonths", core::FieldType::Single},
+    {"reserved", core::FieldType::Text, 12241},
 }});
 static_assert(kBeamRecordLayout.size == kBeamRecordLength, "beam records are 16,699 bytes");
 
@@ -97,7 +102,16 @@ struct BeamRecord {
     BeamSettings settings;               ///< the beam's own copy of the design settings
     std::int16_t caseScheme = 0;         ///< scheme of the last analysis (0 none yet)
     std::int16_t freeDofCount = 0;       ///< free degrees of freedom of the last analysis
+    /// Long-term deflection data: the sustained part of the live load, 0 to 100 %, and how
+    /// long the live load acts, months (0 stands for kDefaultLiveLoadMonths).
+    float sustainedLivePercent = 0.0f;
+    float liveLoadMonths = kDefaultLiveLoadMonths;
     bool operator==(const BeamRecord&) const = default;
+
+    /// The live-load duration with the fallback of a stored 0 applied.
+    double effectiveLiveLoadMonths() const {
+        return liveLoadMonths > 0.0f ? liveLoadMonths : kDefaultLiveLoadMonths;
+    }
 };
 
 /// The record's fields. A support count outside 0..31 is corrupt: `error` gets a sentence and

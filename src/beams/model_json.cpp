@@ -271,7 +271,8 @@ void spanFromJson(const json& j, const std::string& where, StoredSpan& span) {
 BeamRecord beamFromJson(const json& j, const std::string& where) {
     requireObject(j, where,
                   {"name", "fc", "fy", "fy_stirrups", "cover_top_cm", "cover_bottom_cm",
-                   "cover_side_cm", "spans", "supports", "settings"});
+                   "cover_side_cm", "sustained_live_percent", "live_load_duration_months",
+                   "spans", "supports", "settings"});
     BeamRecord b;
     b.name = singleByteText(j, where, "name", kBeamRecordLayout["name"].width);
     b.fc = single(j, where, "fc");
@@ -280,6 +281,9 @@ BeamRecord beamFromJson(const json& j, const std::string& where) {
     b.coverTopCm = optionalSingle(j, where, "cover_top_cm", 4.0f);
     b.coverBottomCm = optionalSingle(j, where, "cover_bottom_cm", 4.0f);
     b.coverSideCm = optionalSingle(j, where, "cover_side_cm", 2.5f);
+    b.sustainedLivePercent = optionalSingle(j, where, "sustained_live_percent", 0.0f);
+    b.liveLoadMonths =
+        optionalSingle(j, where, "live_load_duration_months", kDefaultLiveLoadMonths);
     b.settings = defaultBeamSettings();
     if (j.contains("settings")) {
         settingsFromJson(j.at("settings"), where, b.settings);
@@ -337,6 +341,8 @@ json beamToJson(const BeamRecord& b) {
     j["cover_top_cm"] = exactNumber(b.coverTopCm);
     j["cover_bottom_cm"] = exactNumber(b.coverBottomCm);
     j["cover_side_cm"] = exactNumber(b.coverSideCm);
+    j["sustained_live_percent"] = exactNumber(b.sustainedLivePercent);
+    j["live_load_duration_months"] = exactNumber(b.liveLoadMonths);
     j["spans"] = json::array();
     for (const StoredSpan& span : b.spans) {
         json sj;

@@ -33,7 +33,10 @@ protected:
 };
 
 TEST_F(BeamJob, DesignWritesListingsCaseFilesAndTheSteelOfThatBeamOnly) {
-    import(twoBeamModel());
+    nlohmann::json model = nlohmann::json::parse(twoBeamModel());
+    model["floors"][0]["beams"][0]["sustained_live_percent"] = 50;
+    model["floors"][0]["beams"][0]["live_load_duration_months"] = 12;
+    import(model.dump());
     const BeamJobResult r = designStoredBeam(project(), general(), 1, 1, 2);
     ASSERT_EQ(r.status, BeamJobStatus::Designed) << (r.failures.empty() ? "" : r.failures[0]);
 
@@ -51,6 +54,11 @@ TEST_F(BeamJob, DesignWritesListingsCaseFilesAndTheSteelOfThatBeamOnly) {
     EXPECT_NE(analy1.find("Support      2           -18.90  -18.90\r\n"), std::string::npos)
         << analy1;
     EXPECT_EQ(analy1.find("\n"), analy1.find("\r\n") + 1); // lines end in CR LF
+    // The deflection data of the beam record reach the long-term listing: 50 % of the live
+    // load sustained over 12 months, TF = 0.305 ln 12 + 0.654 = 0.305 × 2.4849 + 0.654 = 1.412.
+    const std::string analy3 = test::readBytes(project() / "F1-B1_1.Analy3");
+    EXPECT_NE(analy3.find("Sustained live load %     =   50.00 %"), std::string::npos) << analy3;
+    EXPECT_NE(analy3.find("Time factor               =    1.412"), std::string::npos) << analy3;
 
     bars::IronDatabase db = bars::OpenIronDatabase(project());
     const auto items = db.itemsByMark(kBeamSteelKind, "B1");

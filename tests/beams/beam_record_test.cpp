@@ -38,6 +38,8 @@ BeamRecord sampleBeam() {
     point.startM = 3.0f;
     b.spans.push_back(span);
     b.supports = {{2, 0, 30.0f}, {2, 1, 30.0f}, {2, 0, 30.0f}};
+    b.sustainedLivePercent = 25.0f;
+    b.liveLoadMonths = 36.0f;
     return b;
 }
 
@@ -72,6 +74,25 @@ TEST(BeamRecordLayout, GoldenBytesAtHandCountedOffsets) {
     // Settings copy: its mark at 4203, FACDEADL[0] = 1.4f at 4203 + 125.
     EXPECT_EQ(rec.bytes()[4203], '1');
     EXPECT_EQ(bytesAt(rec, 4328, 4), (std::vector<std::uint8_t>{0x33, 0x33, 0xB3, 0x3F}));
+    // After the settings (4203 + 243 = 4446) the scheme and free degrees of freedom (4446,
+    // 4448), then the sustained live load % at 4450 (25.0f = 0x41C80000) and the live-load
+    // duration at 4454 (36.0f = 0x42100000); the blank reserve from 4458 to the end.
+    EXPECT_EQ(bytesAt(rec, 4450, 8),
+              (std::vector<std::uint8_t>{0x00, 0x00, 0xC8, 0x41, 0x00, 0x00, 0x10, 0x42}));
+    EXPECT_EQ(rec.bytes()[4458], ' ');
+    EXPECT_EQ(rec.bytes()[16698], ' ');
+}
+
+TEST(BeamRecordLayout, BlankDeflectionDataReadsAsNoSustainedLoadAndTheDefaultDuration) {
+    // A record written before the deflection data had a place holds blanks there.
+    core::RecordBuffer rec = encodeBeamRecord(sampleBeam());
+    std::fill(rec.bytes().begin() + 4450, rec.bytes().begin() + 4458, ' ');
+    std::string error;
+    const BeamRecord b = decodeBeamRecord(rec, error);
+    ASSERT_EQ(error, "");
+    EXPECT_EQ(b.sustainedLivePercent, 0.0f);
+    EXPECT_EQ(b.liveLoadMonths, 0.0f);
+    EXPECT_EQ(b.effectiveLiveLoadMonths(), 60.0);
 }
 
 TEST(BeamRecordFile, RoundTripAndCorruptRecord) {
@@ -117,6 +138,10 @@ TEST(BeamRecordChecks, NameTheSpanAndField) {
               }).find("not a number"),
               std::string::npos);
     EXPECT_NE(problem([](BeamRecord& b) { b.supports.pop_back(); }).find("supports"),
+              std::string::npos);
+    EXPECT_NE(problem([](BeamRecord& b) { b.sustainedLivePercent = 101.0f; }).find("sustained"),
+              std::string::npos);
+    EXPECT_NE(problem([](BeamRecord& b) { b.liveLoadMonths = -1.0f; }).find("duration"),
               std::string::npos);
 }
 

@@ -45,6 +45,8 @@ TEST(ModelJsonRead, ValuesLandInTheRecord) {
     EXPECT_EQ(b.settings.FACDEADL[0], 1.2f);
     EXPECT_EQ(b.settings.MomFiTxt, 0.0f); // saved as zero; the design uses 0.9
     EXPECT_EQ(b.settings.DeflTxt, 360.0f);
+    EXPECT_EQ(b.sustainedLivePercent, 0.0f);
+    EXPECT_EQ(b.liveLoadMonths, 60.0f);
 }
 
 TEST(ModelJsonRead, MessagesNameBeamSpanAndField) {
@@ -85,6 +87,8 @@ TEST(ModelJsonRead, MessagesNameBeamSpanAndField) {
          "\"MomFi\" is not a beam setting."},
         {"short factor pair", "/floors/0/beams/0/settings/FACDEADL", json{1.4},
          "settings FACDEADL must be an array of 2 numbers."},
+        {"sustained share above the whole", "/floors/0/beams/0/sustained_live_percent", 150,
+         "Floor 1, beam 1 (B1): the sustained part of the live load must be 0 to 100 %."},
         {"wrong version", "/version", 2, "The model: version must be 1."},
     };
     for (const Case& c : cases) {
