@@ -72,7 +72,14 @@ ShearResult designShear(const ShearPointInput& point, const ShearSettings& setti
     }
 
     r.legs = b <= settings.fourLegWidthCm ? 2 : 4;
-    const double maxSpacing = settings.maxSpacingCm > 0.0 ? settings.maxSpacingCm : d / 2.0;
+    // ACI spacing limits of vertical stirrups: d/2 and 60 cm, halved to d/4 and 30 cm where
+    // Vs exceeds 1.06 sqrt(Fc) b d, so that every 45-degree crack is crossed by a stirrup
+    // (two where the shear is high). The beam's maximum-spacing setting can only tighten them.
+    const bool highShear = r.vsKg > 1.06 * sqrtFc * b * d;
+    const double codeMaxSpacing = highShear ? std::min(d / 4.0, 30.0) : std::min(d / 2.0, 60.0);
+    const double maxSpacing = settings.maxSpacingCm > 0.0
+                                  ? std::min(settings.maxSpacingCm, codeMaxSpacing)
+                                  : codeMaxSpacing;
     const double minSpacing = std::max(settings.minSpacingCm, 0.0);
     const double firstDia = fallback(settings.stirrupDiameterMm, kStirrupDiameterFallbackMm);
     const double lastDia = std::max(firstDia, kMaxStirrupDiameterMm);

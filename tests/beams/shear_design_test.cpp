@@ -53,6 +53,28 @@ TEST(ShearDesign, MinimumStirrupBoundaryAndFallbacks) {
     EXPECT_NEAR(designShear(point(17000.0), zeros, kMaterials).vnKg, 20000.0, 1e-6);
 }
 
+TEST(ShearDesign, CodeSpacingLimitsTightenTheMaximumSetting) {
+    // A shallow beam, h = 30, d = 26: minimum stirrups would allow 26.8 × 26 / 55 > 20 cm,
+    // but ACI keeps s ≤ d/2 = 13 cm, below the 20 cm of the setting.
+    const ShearResult shallow = designShear({1000.0, 30.0, 30.0, 26.0, {}}, settings(), kMaterials);
+    ASSERT_TRUE(shallow.ok());
+    EXPECT_DOUBLE_EQ(shallow.spacingCm, 13.0);
+
+    // d = 55: Vs above 1.06 × 16 × 30 × 55 = 27,984 kg halves the limit to d/4 = 13.75 cm.
+    // Vu = Vn = 13,992 + 30,000 kg gives Vs = 30,000 kg. 8 mm two-leg stirrups need
+    // s = 1.00531 × 2800 × 55 / 30,000 = 5.16 cm, well inside every limit.
+    const ShearResult high = designShear(point(13992.0 + 30000.0), settings(), kMaterials);
+    EXPECT_NEAR(high.spacingCm, 1.00531 * 2800.0 * 55.0 / 30000.0, 1e-3);
+    ShearSettings wide = settings();
+    wide.maxSpacingCm = 0.0; // no setting: the code limit alone
+    // 16 mm stirrups, Av = 4.0212 cm²: 4.0212 × 2800 × 55 / 30,000 = 20.6 cm, held to d/4;
+    // just below the threshold, Vs = 27,900 kg: 22.1 cm, under d/2 = 27.5 cm, stands.
+    wide.stirrupDiameterMm = 16;
+    EXPECT_NEAR(designShear(point(13992.0 + 30000.0), wide, kMaterials).spacingCm, 13.75, 1e-9);
+    EXPECT_NEAR(designShear(point(13992.0 + 27900.0), wide, kMaterials).spacingCm,
+                4.0212386 * 2800.0 * 55.0 / 27900.0, 1e-3);
+}
+
 TEST(ShearDesign, LegsAndCutLength) {
     // b exactly the four-leg width: two legs. Centre-line stirrup 30 - 5 - 0.8 = 24.2 by
     // 60 - 5 - 0.8 = 54.2: 2 × 24.2 + 2 × 54.2 + 2 × 10 = 176.8 cm.
