@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <type_traits>
 
 #include <fmt/format.h>
 
@@ -178,6 +179,32 @@ std::string validateBeam(const BeamRecord& b) {
         if (!finite(c) || c < 0.0f) {
             return "the covers must be 0 cm or more";
         }
+    }
+    // The settings copy: a value that is not a number would reach every moment and area of
+    // the design. A negative value stands for the code's value where the setting has one;
+    // the load factors have none, and a negative one would turn the loads upside down.
+    std::string settingsProblem;
+    forEachSettingsField(b.settings, [&settingsProblem](std::string_view name, const auto& v) {
+        using T = std::decay_t<decltype(v)>;
+        if constexpr (!std::is_same_v<T, std::int16_t>) {
+            const auto values = [&v] {
+                if constexpr (std::is_same_v<T, float>) {
+                    return std::array<float, 1>{v};
+                } else {
+                    return v;
+                }
+            }();
+            const bool factor = name == "FACDEADL" || name == "FACDAYNL";
+            for (const float x : values) {
+                if (settingsProblem.empty() && (!finite(x) || (factor && x < 0.0f))) {
+                    settingsProblem = fmt::format("the setting {} must be {}", name,
+                                                  factor ? "a number of 0 or more" : "a number");
+                }
+            }
+        }
+    });
+    if (!settingsProblem.empty()) {
+        return settingsProblem;
     }
     if (!finite(b.sustainedLivePercent) || b.sustainedLivePercent < 0.0f ||
         b.sustainedLivePercent > 100.0f) {

@@ -65,34 +65,50 @@ int runDesign(const DesignOptions& o) {
         throw InputError(fmt::format("The project has no floor {}.", o.floor));
     }
 
-    int designed = 0;
-    int failing = 0;
+    // Every chosen beam is read and checked before the first one is designed, so that a bad
+    // record stops the run before anything is written.
+    std::vector<beams::BeamRecord> chosen;
     for (const auto& f : chosenFloors) {
-        const std::vector<beams::BeamRecord> records = beams::readBeamFile(project, f.number);
         bool found = false;
-        for (const auto& record : records) {
+        for (auto& record : beams::readBeamFile(project, f.number)) {
             if (o.beam != 0 && record.number != o.beam) {
                 continue;
             }
             found = true;
-            const beams::BeamJobResult r =
-                beams::designBeamRecord(project, record, barTable, o.scheme);
-            ++designed;
-            std::cout << fmt::format("Floor {}, beam {} {}: {}, {} listings, {} steel items\n",
-                                     r.floor, r.number, r.name, statusWord(r.status),
-                                     r.files.size(), r.steelItems);
-            for (const auto& m : r.messages) {
-                std::cout << "  " << m << "\n";
+            const std::string problem = beams::validateBeam(record);
+            if (!problem.empty()) {
+                throw InputError(fmt::format("Floor {}, beam {} ({}): {}. Nothing was designed.",
+                                             record.floor, record.number, record.name, problem));
             }
-            if (r.status != beams::BeamJobStatus::Designed) {
-                ++failing;
-                for (const auto& failure : r.failures) {
-                    std::cout << "  " << failure << "\n";
-                }
-            }
+            chosen.push_back(std::move(record));
         }
         if (o.beam != 0 && o.floor != 0 && !found) {
             throw InputError(fmt::format("Floor {} has no beam {}.", f.number, o.beam));
+        }
+    }
+
+    if (chosen.empty()) {
+        throw InputError(o.beam != 0
+                             ? fmt::format("No floor of the project has a beam {}.", o.beam)
+                             : std::string("The project has no beam to design."));
+    }
+
+    int designed = 0;
+    int failing = 0;
+    for (const auto& record : chosen) {
+        const beams::BeamJobResult r = beams::designBeamRecord(project, record, barTable, o.scheme);
+        ++designed;
+        std::cout << fmt::format("Floor {}, beam {} {}: {}, {} listings, {} steel items\n",
+                                 r.floor, r.number, r.name, statusWord(r.status), r.files.size(),
+                                 r.steelItems);
+        for (const auto& m : r.messages) {
+            std::cout << "  " << m << "\n";
+        }
+        if (r.status != beams::BeamJobStatus::Designed) {
+            ++failing;
+            for (const auto& failure : r.failures) {
+                std::cout << "  " << failure << "\n";
+            }
         }
     }
     std::cout << fmt::format("{} beams designed, {} with failures.\n", designed, failing);

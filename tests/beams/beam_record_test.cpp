@@ -143,6 +143,13 @@ TEST(BeamRecordChecks, NameTheSpanAndField) {
               std::string::npos);
     EXPECT_NE(problem([](BeamRecord& b) { b.liveLoadMonths = -1.0f; }).find("duration"),
               std::string::npos);
+    // A setting that is not a number is refused; a negative one stands for the code's value,
+    // except for the load factors, which have none.
+    EXPECT_EQ(problem([](BeamRecord& b) { b.settings.THIKTXT[5] = std::nanf(""); }),
+              "the setting THIKTXT must be a number");
+    EXPECT_EQ(problem([](BeamRecord& b) { b.settings.FACDAYNL[1] = -1.7f; }),
+              "the setting FACDAYNL must be a number of 0 or more");
+    EXPECT_EQ(problem([](BeamRecord& b) { b.settings.MomFiTxt = -1.0f; }), "");
 }
 
 TEST(BeamRecordAnalysisInput, ConvertsToKgAndCm) {

@@ -77,6 +77,29 @@ TEST_F(CliDesign, AnUnstableBeamIsReportedAndGetsNoListing) {
     EXPECT_TRUE(db.itemsByMark(bars::ElementKind::Slab, "B2").empty());
 }
 
+TEST_F(CliDesign, ABadRecordStopsTheRunBeforeAnythingIsWritten) {
+    importModel(2);
+    writeBarTable();
+    // Beam 2's uniform dead load (record 2, load values at 1131) becomes NaN, as a damaged
+    // file or another program could leave it; beam 1 comes first and is sound.
+    std::string bytes = test::readBytes(project() / "BEAMS.1");
+    const std::uint8_t nan[4] = {0x00, 0x00, 0xC0, 0x7F};
+    bytes.replace(16699 + 1131, 4, reinterpret_cast<const char*>(nan), 4);
+    test::writeBytes(project() / "BEAMS.1", bytes);
+
+    const auto r = run({"design", project().string()});
+    EXPECT_EQ(r.code, 1);
+    EXPECT_NE(r.err.find("Floor 1, beam 2 (B2): span 1, uniform load: the value is not a number"),
+              std::string::npos)
+        << r.err;
+    EXPECT_FALSE(fs::exists(project() / "F1-B1_1.Analy1"));
+    EXPECT_FALSE(fs::exists(project() / "Iron.db"));
+
+    const auto none = run({"design", project().string(), "--beam", "7"});
+    EXPECT_EQ(none.code, 1);
+    EXPECT_NE(none.err.find("No floor of the project has a beam 7."), std::string::npos);
+}
+
 TEST_F(CliDesign, MissingBarTableUsesTheBuiltInOneAndABrokenOneStopsTheRun) {
     importModel(2);
     // No ROUNDBAR.DAT: the built-in table, as a first start writes it, and a note.
