@@ -172,18 +172,46 @@ std::vector<bars::SteelItem> beamSteelItems(const BeamRecord& record, const Beam
         return input.model.spans[static_cast<std::size_t>(i)].lengthCm;
     };
 
-    // Bottom bars: the field's bars over the whole span, anchored past both supports.
+    // Where a bar runs out at the beam's end (joint 0 or n). On an end support it reaches the
+    // support's far face, less the cover, and turns down or up in a standard 90-degree hook
+    // of 12 diameters; at the free tip of an overhang it stops the cover short of the tip.
+    // At an inner joint it goes on past the joint axis by its anchorage length.
+    const double endCover = record.coverSideCm;
+    auto beyondJoint = [&](int j, double diameterMm) {
+        if (j > 0 && j < n) {
+            return anchorageCm(diameterMm);
+        }
+        const StoredSupport& sup = record.supports[static_cast<std::size_t>(j)];
+        if (!input.model.supports[static_cast<std::size_t>(j)].restrainsDisplacement) {
+            return -endCover;
+        }
+        return std::max(sup.widthCm / 2.0 - endCover, 0.0) + kHookDiameters * diameterMm / 10.0;
+    };
+    // A span with a free outer joint is a cantilever: its top bars run out to the tip.
+    auto isCantilever = [&](int i) {
+        const auto& sup = input.model.supports;
+        return (i == 0 && !sup.front().restrainsDisplacement) ||
+               (i == n - 1 && !sup.back().restrainsDisplacement);
+    };
+
+    // Bottom bars: the field's bars over the whole span.
     for (int i = 0; i < n; ++i) {
         const FlexurePoint* p = findPoint(result, i, PointPlace::Field, false);
         if (p && p->tensionBars.found && p->tensionBars.count > 0) {
             const double d = p->tensionBars.diameterMm;
-            add(static_cast<float>(p->tensionBars.count), d, spanLength(i) + 2 * anchorageCm(d),
+            add(static_cast<float>(p->tensionBars.count), d,
+                spanLength(i) + beyondJoint(i, d) + beyondJoint(i + 1, d),
                 fmt::format("bottom span {}", i + 1));
         }
     }
     // Top bars over each support: the larger choice of its two faces, reaching 0.3 of each
-    // adjacent span, anchored on the side where there is no span.
+    // adjacent span (the whole of a cantilever), or the beam's end where there is no span.
+    // The free tip of a cantilever has no bars of its own: those of its support reach it.
     for (int j = 0; j <= n; ++j) {
+        if (!input.model.supports[static_cast<std::size_t>(j)].restrainsDisplacement &&
+            (j == 0 || j == n)) {
+            continue;
+        }
         const FlexurePoint* left =
             j > 0 ? findPoint(result, j - 1, PointPlace::Right, true) : nullptr;
         const FlexurePoint* right = j < n ? findPoint(result, j, PointPlace::Left, true) : nullptr;
@@ -198,8 +226,12 @@ std::vector<bars::SteelItem> beamSteelItems(const BeamRecord& record, const Beam
             continue;
         }
         const double d = chosen->diameterMm;
-        const double length = (j > 0 ? kTopBarSpanFraction * spanLength(j - 1) : anchorageCm(d)) +
-                              (j < n ? kTopBarSpanFraction * spanLength(j) : anchorageCm(d));
+        auto into = [&](int span, int farJoint) {
+            return isCantilever(span) ? spanLength(span) + beyondJoint(farJoint, d)
+                                      : kTopBarSpanFraction * spanLength(span);
+        };
+        const double length = (j > 0 ? into(j - 1, j - 1) : beyondJoint(j, d)) +
+                              (j < n ? into(j, j + 1) : beyondJoint(j, d));
         add(static_cast<float>(chosen->count), d, length, fmt::format("top support {}", j + 1));
     }
     // Stirrups: the closest spacing of the span's points over the whole span.

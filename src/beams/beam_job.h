@@ -25,6 +25,8 @@ inline constexpr std::string_view kDeflectionListingExt = ".Analy3";
 inline constexpr bars::ElementKind kBeamSteelKind = bars::ElementKind::Slab;
 /// Anchorage of a bar beyond the point where it is no longer needed, in bar diameters.
 inline constexpr double kAnchorageDiameters = 40.0;
+/// Extension of a standard 90-degree hook at a bar's end, in bar diameters (ACI: 12 db).
+inline constexpr double kHookDiameters = 12.0;
 /// Top bars over an inner support reach this fraction of each adjacent span.
 inline constexpr double kTopBarSpanFraction = 0.3;
 

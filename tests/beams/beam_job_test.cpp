@@ -2,6 +2,9 @@
 // beam imported from JSON, replacement of earlier items, and an unstable beam.
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <map>
+
 #include "bars/steel_store.h"
 #include "beams/beam_job.h"
 #include "beams/beam_job_fixture.h"
@@ -76,6 +79,35 @@ TEST_F(BeamJob, DesignWritesListingsCaseFilesAndTheSteelOfThatBeamOnly) {
     EXPECT_EQ(items[3].description, "top support 2");
     EXPECT_FLOAT_EQ(items[3].lengthCm, 360.0f);
     EXPECT_EQ(r.steelItems, 7u);
+}
+
+TEST_F(BeamJob, BarsEndInsideTheConcreteAndACantileversTopBarsReachItsTip) {
+    // B1: a 600 cm span on a 40 cm wide end support, then a 600 cm overhang with a free tip.
+    import(twoBeamModel(R"([{"code": 2, "width_cm": 40}, {"code": 2}, {"code": 0}])"));
+    designStoredBeam(project(), general(), 1, 1, 2);
+    bars::IronDatabase db = bars::OpenIronDatabase(project());
+    std::map<std::string, bars::SteelItem> byName;
+    for (const auto& item : db.itemsByMark(kBeamSteelKind, "B1")) {
+        byName[item.description] = item;
+    }
+    // Hand rules, side cover 2.5 cm: at the end support the bar reaches 40/2 - 2.5 = 17.5 cm
+    // past the axis and hooks 12 db; at the inner joint it runs on 40 db; at the tip it stops
+    // 2.5 cm short.
+    ASSERT_TRUE(byName.count("bottom span 1"));
+    const double db1 = byName["bottom span 1"].diameterMm / 10.0;
+    EXPECT_FLOAT_EQ(byName["bottom span 1"].lengthCm,
+                    std::ceil(17.5 + 12 * db1 + 600 + 40 * db1 - 1e-6));
+    ASSERT_TRUE(byName.count("bottom span 2"));
+    const double db2 = byName["bottom span 2"].diameterMm / 10.0;
+    EXPECT_FLOAT_EQ(byName["bottom span 2"].lengthCm, std::ceil(40 * db2 + 600 - 2.5 - 1e-6));
+    // Over the inner support: 0.3 × 600 = 180 cm into span 1, the whole overhang less the
+    // cover into span 2: 180 + 597.5 = 777.5, rounded up to 778 cm. No bars of the tip itself.
+    ASSERT_TRUE(byName.count("top support 2"));
+    EXPECT_FLOAT_EQ(byName["top support 2"].lengthCm, 778.0f);
+    EXPECT_FALSE(byName.count("top support 3"));
+    ASSERT_TRUE(byName.count("top support 1"));
+    const double dt = byName["top support 1"].diameterMm / 10.0;
+    EXPECT_FLOAT_EQ(byName["top support 1"].lengthCm, std::ceil(17.5 + 12 * dt + 180 - 1e-6));
 }
 
 TEST_F(BeamJob, ASecondRunReplacesTheBeamsItemsAndKeepsOthers) {
