@@ -32,6 +32,34 @@ struct RectangleSteel {
     bool compressionIneffective = false;
 };
 
+// Compression bars of a steel couple whose tension half is as2 (cm²), with the neutral axis
+// at c and the bars at d' from the compressed face: their stress follows their strain
+// 0.003 (c - d') / c, at most FY, and each bar adds only f's - 0.85 Fc, since the stress
+// block already counts the concrete it stands in. Bars at or below the neutral axis (or
+// whose net stress is not positive) cannot work: ineffective, and the area shown is as2.
+struct CompressionBars {
+    double asc = 0.0;
+    double fsc = 0.0;
+    bool ineffective = false;
+};
+
+CompressionBars compressionBars(double as2, double c, double dPrime, const DesignMaterials& mat) {
+    CompressionBars out;
+    if (!(as2 > 0.0)) {
+        return out;
+    }
+    const double strain = c > 0.0 ? 0.003 * (c - dPrime) / c : 0.0;
+    out.fsc = std::max(std::min(mat.fyKgCm2, strain * kSteelModulusKgCm2), 0.0);
+    const double net = out.fsc - 0.85 * mat.fcKgCm2;
+    if (net <= 0.0) {
+        out.ineffective = true;
+        out.asc = as2;
+    } else {
+        out.asc = as2 * mat.fyKgCm2 / net;
+    }
+    return out;
+}
+
 RectangleSteel designRectangle(double mu, double b, double d, double dPrime,
                                const FlexureLimits& lim, const DesignMaterials& mat) {
     RectangleSteel out;
@@ -56,15 +84,10 @@ RectangleSteel designRectangle(double mu, double b, double d, double dPrime,
     const double excess = std::max(mu - out.m1, 0.0);
     const double as2 = excess / (lim.phi * mat.fyKgCm2 * (d - dPrime));
     out.as = as1 + as2;
-    const double strain = c > 0.0 ? 0.003 * (c - dPrime) / c : 0.0;
-    out.fsc = std::min(mat.fyKgCm2, strain * kSteelModulusKgCm2);
-    if (out.fsc <= 0.0) {
-        out.compressionIneffective = excess > 0.0;
-        out.fsc = 0.0;
-        out.asc = excess > 0.0 ? as2 : 0.0;
-    } else {
-        out.asc = as2 * mat.fyKgCm2 / out.fsc;
-    }
+    const CompressionBars bars = compressionBars(as2, c, dPrime, mat);
+    out.asc = bars.asc;
+    out.fsc = bars.fsc;
+    out.compressionIneffective = bars.ineffective;
     return out;
 }
 
@@ -127,19 +150,30 @@ FlexureResult designFlexure(const SectionGeometry& section, double muTm, bool ho
     r.compressionWidthCm = bFlange;
 
     if (section.kind == SectionKind::Rib) {
-        // Ribs of ribbed slabs: the shortcut limit on the compressed face's width.
-        const double m1 = kShortcutFactor * bFlange * d * d * fc;
+        // Ribs of ribbed slabs: the shortcut limit on the compressed face's width, but never
+        // past the limit of tension steel alone at c = FacRmax × c b. Above that the tension
+        // steel of the shortcut would exceed rho max (up to 1.7 rho b at 0.375 b d² Fc), the
+        // bars would not yield, and the 2.61 formula would no longer hold.
+        const RectangleSteel ductile = designRectangle(0.0, bFlange, d, dPrime, lim, materials);
+        const double m1 = std::min(kShortcutFactor * bFlange * d * d * fc, ductile.m1);
         r.limitMomentTm = m1 / kTmToKgCm;
+        r.limitBlockDepthCm = ductile.aLimit;
         if (mu > 0.0 && mu <= m1) {
             r.branch = FlexureBranch::TensionOnly;
             r.tensionAreaCm2 = tensionRatio(mu, bFlange, d, fc, fy) * bFlange * d;
         } else if (mu > m1) {
-            // 2.61 × 0.375 < 1: the ratio at the shortcut limit always exists.
+            // 2.61 × 0.375 < 1: the ratio at the limit always exists. The couple's compression
+            // bars work at the stress their strain at c = FacRmax × c b allows.
             r.branch = FlexureBranch::Shortcut;
             const double as2 = (mu - m1) / (lim.phi * fy * (d - dPrime));
             r.tensionAreaCm2 = tensionRatio(m1, bFlange, d, fc, fy) * bFlange * d + as2;
-            r.compressionAreaCm2 = as2;
-            r.compressionStressKgCm2 = fy;
+            const CompressionBars bars =
+                compressionBars(as2, lim.facRmax * core::balancedTerm(fy) * d, dPrime, materials);
+            r.compressionAreaCm2 = bars.asc;
+            r.compressionStressKgCm2 = bars.fsc;
+            if (bars.ineffective) {
+                r.status = FlexureStatus::CompressionSteelIneffective;
+            }
         }
     } else if (flangeCompressed && bFlange > bw && section.flangeThicknessCm > 0.0) {
         const double t = std::min(section.flangeThicknessCm, d);

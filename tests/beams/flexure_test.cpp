@@ -114,20 +114,22 @@ TEST(FlexureRectangle, RhoMinBoundsASmallMomentButNotZero) {
 TEST(FlexureRectangle, CompressionSteelCarriesTheExcess) {
     // Mu = 50 t·m > M1 = 38.187. As1 = 0.85 × 250 × 30 × 13.8434 / 4200 = 21.0124;
     // As2 = (5,000,000 - 3,818,702) / (0.9 × 4200 × (55 - 5)) = 6.2503; As = 27.2626.
-    // Steel strain 0.003 × (16.2864 - 5) / 16.2864 × 2.04e6 = 4241 > FY: A's = As2.
+    // Steel strain 0.003 × (16.2864 - 5) / 16.2864 × 2.04e6 = 4241 > FY: f's = FY, and the
+    // bars displace concrete counted at 0.85 Fc = 212.5: A's = 6.2503 × 4200 / 3987.5 = 6.5834.
     const FlexureResult r = designFlexure(rectangle(30, 60), 50.0, false, covers(5, 5), kMaterials);
     ASSERT_TRUE(r.ok());
     EXPECT_EQ(r.branch, FlexureBranch::CompressionSteel);
     EXPECT_NEAR(r.tensionAreaCm2, 27.2626, kAreaTol);
-    EXPECT_NEAR(r.compressionAreaCm2, 6.2503, kAreaTol);
+    EXPECT_NEAR(r.compressionAreaCm2, 6.5834, kAreaTol);
     EXPECT_DOUBLE_EQ(r.compressionStressKgCm2, 4200.0);
 
-    // d' = 7: strain 0.003 × 9.2864 / 16.2864 gives fs' = 3489.59; As2 = 1,181,298 /
-    // (0.9 × 4200 × 48) = 6.5106, As = 27.5231, A's = 6.5106 × 4200 / 3489.59 = 7.8361.
+    // d' = 7: strain 0.003 × 9.2864 / 16.2864 gives fs' = 3489.58; As2 = 1,181,298 /
+    // (0.9 × 4200 × 48) = 6.5106, As = 27.5231, A's = 6.5106 × 4200 / (3489.58 - 212.5)
+    // = 8.3442.
     const FlexureResult soft =
         designFlexure(rectangle(30, 60), 50.0, false, covers(5, 7), kMaterials);
     EXPECT_NEAR(soft.tensionAreaCm2, 27.5231, kAreaTol);
-    EXPECT_NEAR(soft.compressionAreaCm2, 7.8361, kAreaTol);
+    EXPECT_NEAR(soft.compressionAreaCm2, 8.3442, kAreaTol);
     EXPECT_NEAR(soft.compressionStressKgCm2, 3489.59, 0.01);
 }
 
@@ -145,16 +147,28 @@ TEST(FlexureRectangle, CompressionSteelBelowTheNeutralAxisIsAFailureNotNaN) {
 
 TEST(FlexureRib, ShortcutLimitAndCouple) {
     // Rib B = 50, bw = 12, T = 5, h = 30, d = 27 under hogging: the web carries it.
-    // M1 = 0.375 × 12 × 27² × 250 = 820,125 kg·cm = 8.20125 t·m < Mu = 10 t·m.
-    // rho(M1) = 0.0505952 × (1 - sqrt(1 - 2.61 × 0.375)) = 0.0432198, As1 = 14.0032;
-    // As2 = (1,000,000 - 820,125) / (0.9 × 4200 × 24) = 1.9827; As = 15.9860.
+    // Shortcut: 0.375 × 12 × 27² × 250 = 820,125 kg·cm. The limit of tension steel alone,
+    // c = 0.5 × 6100 / 10300 × 27 = 7.99515, a = 0.85 c = 6.79587, M1 = 0.9 × 0.85 × 250 × 12
+    // × 6.79587 × (27 - 3.39794) = 368,110 kg·cm, is smaller and governs: the shortcut would
+    // ask for rho = 0.0432 = 1.7 rho b, whose bars could not yield.
+    // Mu = 10 t·m: rho(M1) = 0.0505952 × (1 - sqrt(1 - 2.61 × 368,110 / (250 × 12 × 27²)))
+    // = 0.0127099, As1 = 4.1180; As2 = (1,000,000 - 368,110) / (0.9 × 4200 × 24) = 6.9653;
+    // As = 11.0833. Compression bars at d' = 3: strain 0.003 × 4.99515 / 7.99515 gives
+    // f's = 3823.61, A's = 6.9653 × 4200 / (3823.61 - 212.5) = 8.1012.
     const SectionGeometry rib = tee(SectionKind::Rib, 50, 12, 5, 30);
     const FlexureResult r = designFlexure(rib, 10.0, true, covers(3, 3), kMaterials);
     ASSERT_TRUE(r.ok());
     EXPECT_EQ(r.branch, FlexureBranch::Shortcut);
-    EXPECT_NEAR(r.limitMomentTm, 8.20125, 1e-9);
-    EXPECT_NEAR(r.tensionAreaCm2, 15.9860, kAreaTol);
-    EXPECT_NEAR(r.compressionAreaCm2, 1.9827, kAreaTol);
+    EXPECT_NEAR(r.limitMomentTm, 3.68110, 1e-5);
+    EXPECT_NEAR(r.tensionAreaCm2, 11.0833, kAreaTol);
+    EXPECT_NEAR(r.compressionAreaCm2, 8.1012, kAreaTol);
+
+    // Sagging, the flange of B = 50 is compressed: the limit of tension steel alone grows
+    // with the width to 50/12 × 368,110 = 1,533,793 kg·cm, still below the shortcut
+    // 0.375 × 50 × 27² × 250 = 3,417,188, and Mu = 10 t·m stays within it.
+    const FlexureResult sag = designFlexure(rib, 10.0, false, covers(3, 3), kMaterials);
+    EXPECT_NEAR(sag.limitMomentTm, 15.33793, 1e-4);
+    EXPECT_EQ(sag.branch, FlexureBranch::TensionOnly);
 }
 
 TEST(FlexureTee, FlangeInCompressionAndHoggingOnTheWeb) {
