@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/tolerances.h"
+
 namespace orvak::beams {
 
 namespace {
@@ -23,6 +25,24 @@ double stationShear(const Envelope& env, std::size_t span, int station) {
         return 0.0;
     }
     return std::max(std::abs(env.stationShearMaxKg[k]), std::abs(env.stationShearMinKg[k]));
+}
+
+// The shear of the middle zone, between the quarter points: the largest envelope value there.
+// Station values are taken just left of each station, so the stations after a point load in
+// the zone carry the shear on its right side too.
+double middleZoneShear(const Envelope& env, std::size_t span) {
+    double v = 0.0;
+    for (int k = kStationDivisions / 4; k <= kStationDivisions - kStationDivisions / 4; ++k) {
+        v = std::max(v, stationShear(env, span, k));
+    }
+    return v;
+}
+
+// Moments that are zero in exact arithmetic (the free tip of an overhang, a pinned end) come
+// out of the solution as a few units of rounding; below this share of the beam's largest
+// moment they are taken as zero, so that they ask for no steel.
+double cleanMoment(double m, double scale) {
+    return std::abs(m) <= core::kRelativeEqual * scale ? 0.0 : m;
 }
 
 // The most negative envelope moment between the quarter points: nearer the supports the top
@@ -66,6 +86,18 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
         return joint < input.ldFactorAtSupport.size() && input.ldFactorAtSupport[joint];
     };
 
+    double momentScale = 0.0;
+    for (const auto* row : {&env.supportMomentMinKgCm, &env.supportMomentMaxKgCm}) {
+        for (const double m : *row) {
+            momentScale = std::max(momentScale, std::abs(m));
+        }
+    }
+    for (const auto* row : {&env.spanMomentMax, &env.spanMomentMin}) {
+        for (const EnvelopeValue& m : *row) {
+            momentScale = std::max(momentScale, std::abs(m.value));
+        }
+    }
+
     std::vector<double> jointAst(n + 1, 0.0), jointAsc(n + 1, 0.0);
     std::vector<double> memberAst(n, 0.0), memberAsc(n, 0.0);
     for (std::size_t i = 0; i < n; ++i) {
@@ -89,7 +121,7 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
             fp.span = static_cast<int>(i);
             fp.place = p.place;
             fp.hogging = p.hogging;
-            fp.momentKgCm = std::isfinite(p.moment) ? p.moment : 0.0;
+            fp.momentKgCm = std::isfinite(p.moment) ? cleanMoment(p.moment, momentScale) : 0.0;
             const double mu =
                 designMomentTm(fp.momentKgCm, p.joint <= n && flagged(p.joint), input.flexure);
             fp.flexure = designFlexure(sec, mu, p.hogging, input.flexure, input.materials);
@@ -130,7 +162,8 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
             ShearPoint sp;
             sp.span = static_cast<int>(i);
             sp.place = shearPlaces[k];
-            sp.vuKg = stationShear(env, i, stations[k]);
+            sp.vuKg = shearPlaces[k] == PointPlace::Field ? middleZoneShear(env, i)
+                                                          : stationShear(env, i, stations[k]);
             ShearPointInput in;
             in.vuKg = sp.vuKg;
             in.webWidthCm = sec.webWidthCm;

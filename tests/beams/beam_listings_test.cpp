@@ -81,14 +81,18 @@ TEST(BeamListings, FlexureListing) {
 TEST(BeamListings, ShearListing) {
     // Checked by hand: Vc = 0.53 × 15.811 × 30 × 55 = 13.83 t; Vu 10.1 t at the ends and
     // 16.9 t at the middle support; Vn = 16.875 / 0.85 = 19.85 t > Vc + 5.775 = 19.60 t, so
-    // Vs = 19.853 - 13.827 = 6.03 t and s = 1.005 × 2800 × 55 / 6026 = 25.7 -> 20 cm.
+    // Vs = 19.853 - 13.827 = 6.03 t and s = 1.005 × 2800 × 55 / 6026 = 25.7 -> 20 cm. The
+    // middle zone, between the quarter points, takes the larger end: V(4.5 m) = 3/8 × 4.5 × 6
+    // - 4.5 × 4.5 = -10.125 t, and minimum stirrups.
     const BeamDesignInput in = goldenInput();
     expectGolden("shear_listing.txt", shearListing(in, designBeam(in)));
 }
 
 TEST(BeamListings, DeflectionListing) {
     // Checked by hand: Fr 31.62, Ec 238,752, N 8.544, TF = 0.305 ln 60 + 0.654 = 1.903;
-    // joint 2 of the rectangle Ig 540,000 and Mcr 5.692 t·m; L/240 = 2.5 cm.
+    // joint 3 of the rectangle Ig 540,000 and Mcr 5.692 t·m; joints 1 and 2 of the T
+    // 100/30/10/60: cg = (70 × 100 + 30 × 3600) / (2 × (700 + 1800)) = 23, Ig = 100 × 23³/3
+    // - 70/3 × 13³ + 30/3 × 37³ = 860,833; L/240 = 2.5 cm.
     const BeamDesignInput in = goldenInput();
     expectGolden("deflection_listing.txt", deflectionListing(designBeam(in).deflection));
 }
