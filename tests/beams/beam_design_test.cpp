@@ -41,6 +41,26 @@ TEST(BeamDesign, TwoEqualSpansByHand) {
     EXPECT_TRUE(r.deflection.ok);
 }
 
+TEST(BeamDesign, AnOverhangAsksForNoBottomSteelAndItsMiddleZoneForTheLargerShear) {
+    // Span 2 becomes an overhang: its third joint is free. The overhang hogs along its whole
+    // length, zero only at the tip: its bottom face needs no steel, not rho min.
+    BeamDesignInput in = twoSpanDesignInput(30, 60, 60);
+    in.model.supports[2] = supportFromCodes(0, 0);
+    in.analysis = analyzeBeam(in.model);
+    ASSERT_TRUE(in.analysis.ok());
+    const BeamDesignResult r = designBeam(in);
+    const FlexurePoint& bottom = r.flexurePoints[6 + 2];
+    ASSERT_EQ(bottom.place, PointPlace::Field);
+    ASSERT_FALSE(bottom.hogging);
+    EXPECT_EQ(bottom.momentKgCm, 0.0);
+    EXPECT_EQ(bottom.flexure.tensionAreaCm2, 0.0);
+    EXPECT_FALSE(bottom.flexure.minimumGoverns);
+    // The overhang's shear grows from 0 at the tip to wL = 45 × 600 = 27,000 kg at the
+    // support; its middle zone reaches the quarter point next to the support, where
+    // V = 45 × 450 = 20,250 kg.
+    EXPECT_NEAR(r.shearPoints[3 + 1].vuKg, 20250.0, 1e-6);
+}
+
 TEST(BeamDesign, ShallowSpansAreNamed) {
     const BeamDesignResult r = designBeam(twoSpanDesignInput(30, 30, 30));
     ASSERT_EQ(r.messages.size(), 2u);
