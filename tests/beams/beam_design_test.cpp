@@ -42,10 +42,14 @@ TEST(BeamDesign, TwoEqualSpansByHand) {
 }
 
 TEST(BeamDesign, AnOverhangAsksForNoBottomSteelAndItsMiddleZoneForTheLargerShear) {
-    // Span 2 becomes an overhang: its third joint is free. The overhang hogs along its whole
-    // length, zero only at the tip: its bottom face needs no steel, not rho min.
+    // Span 2 becomes a 2 m overhang (its third joint free) with a point load of 2 t dead and
+    // 1 t live at the tip. It hogs along its whole length, zero only at the tip: its bottom
+    // face needs no steel, not rho min.
     BeamDesignInput in = twoSpanDesignInput(30, 60, 60);
     in.model.supports[2] = supportFromCodes(0, 0);
+    in.model.spans[1].lengthCm = 200;
+    in.model.spans[1].loads[loadIndex(LoadKind::Concentrated)] = {true, 2000.0, 1000.0, 200.0,
+                                                                   0, {}};
     in.analysis = analyzeBeam(in.model);
     ASSERT_TRUE(in.analysis.ok());
     const BeamDesignResult r = designBeam(in);
@@ -55,10 +59,9 @@ TEST(BeamDesign, AnOverhangAsksForNoBottomSteelAndItsMiddleZoneForTheLargerShear
     EXPECT_EQ(bottom.momentKgCm, 0.0);
     EXPECT_EQ(bottom.flexure.tensionAreaCm2, 0.0);
     EXPECT_FALSE(bottom.flexure.minimumGoverns);
-    // The overhang's shear grows from 0 at the tip to wL = 45 × 600 = 27,000 kg at the
-    // support; its middle zone reaches the quarter point next to the support, where
-    // V = 45 × 450 = 20,250 kg.
-    EXPECT_NEAR(r.shearPoints[3 + 1].vuKg, 20250.0, 1e-6);
+    // The overhang's middle zone reaches the quarter point next to the support, x = 50 cm,
+    // where V = 45 × 150 + (1.4 × 2000 + 1.7 × 1000) = 6750 + 4500 = 11,250 kg.
+    EXPECT_NEAR(r.shearPoints[3 + 1].vuKg, 11250.0, 1e-6);
 }
 
 TEST(BeamDesign, ShallowSpansAreNamed) {
