@@ -74,4 +74,19 @@ BarChoice selectBars(double areaCm2, double widthCm, std::span<const bars::BarPr
     return best;
 }
 
+double layerCentroidOffsetCm(const BarChoice& choice, const BarSelectionSettings& settings) {
+    if (!choice.found || choice.layers <= 1 || choice.count <= 0 || choice.barsPerLayer <= 0) {
+        return 0.0;
+    }
+    const double pitch = choice.diameterMm / 10.0 + clearSpacingCm(choice.diameterMm, settings);
+    double moment = 0.0;
+    int left = choice.count;
+    for (int layer = 0; left > 0; ++layer) {
+        const int bars = std::min(left, choice.barsPerLayer);
+        moment += bars * layer * pitch;
+        left -= bars;
+    }
+    return moment / choice.count;
+}
+
 } // namespace orvak::beams

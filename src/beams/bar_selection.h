@@ -40,4 +40,9 @@ int barsPerLayer(double widthCm, double diameterMm, const BarSelectionSettings& 
 BarChoice selectBars(double areaCm2, double widthCm, std::span<const bars::BarProperties> table,
                      const BarSelectionSettings& settings);
 
+/// How far the centroid of the chosen bars lies from the centre of the first layer, cm: the
+/// layers are filled in turn with barsPerLayer bars, one above the other at a centre distance
+/// of one bar plus the clear spacing max(minClearSpacingCm, bar diameter). 0 for one layer.
+double layerCentroidOffsetCm(const BarChoice& choice, const BarSelectionSettings& settings);
+
 } // namespace orvak::beams

@@ -27,6 +27,9 @@ double stationShear(const Envelope& env, std::size_t span, int station) {
     return std::max(std::abs(env.stationShearMaxKg[k]), std::abs(env.stationShearMinKg[k]));
 }
 
+// Passes of a flexural point's design while the layers of its bars lower the effective depth.
+constexpr int kMaxLayerPasses = 8;
+
 // The shear of the middle zone, between the quarter points: the largest envelope value there.
 // Station values are taken just left of each station, so the stations after a point load in
 // the zone carry the shear on its right side too.
@@ -124,12 +127,23 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
             fp.momentKgCm = std::isfinite(p.moment) ? cleanMoment(p.moment, momentScale) : 0.0;
             const double mu =
                 designMomentTm(fp.momentKgCm, p.joint <= n && flagged(p.joint), input.flexure);
-            fp.flexure = designFlexure(sec, mu, p.hogging, input.flexure, input.materials);
+            // Bars in two or three layers have their centroid above the first layer's: the
+            // point is designed again with d reduced by that offset until the choice holds.
+            // The offset only grows with the steel, and three layers bound it.
+            FlexureSettings flexure = input.flexure;
+            for (int pass = 0; pass < kMaxLayerPasses; ++pass) {
+                fp.flexure = designFlexure(sec, mu, p.hogging, flexure, input.materials);
+                fp.tensionBars = selectBars(fp.flexure.tensionAreaCm2, sec.webWidthCm,
+                                            input.barTable, input.bars);
+                const double offset = layerCentroidOffsetCm(fp.tensionBars, input.bars);
+                if (offset <= flexure.coverCm - input.flexure.coverCm + 1e-9) {
+                    break;
+                }
+                flexure.coverCm = input.flexure.coverCm + offset;
+            }
             if (!fp.flexure.ok()) {
                 r.failures.push_back("Span " + std::to_string(i + 1) + ": " + fp.flexure.message);
             }
-            fp.tensionBars =
-                selectBars(fp.flexure.tensionAreaCm2, sec.webWidthCm, input.barTable, input.bars);
             if (!fp.tensionBars.found) {
                 r.failures.push_back("Span " + std::to_string(i + 1) +
                                      ": no bar arrangement of the bar table fits the web width.");

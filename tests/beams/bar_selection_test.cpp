@@ -53,6 +53,20 @@ TEST(BarSelection, FewestLayersThenLeastSteel) {
     EXPECT_DOUBLE_EQ(none.diameterMm, 12);
 }
 
+TEST(BarSelection, CentroidOfSeveralLayers) {
+    BarSelectionSettings s;
+    // Seven 22 mm bars, five to a layer: the second layer stands 2.2 + 2.5 = 4.7 cm higher
+    // and holds two, so the centroid rises 2 × 4.7 / 7 = 1.3429 cm.
+    BarChoice seven{true, 7, 22.0, 2, 5, 26.6, 2.5};
+    EXPECT_NEAR(layerCentroidOffsetCm(seven, s), 1.3429, 1e-4);
+    // Eleven 28 mm bars, four to a layer, pitch 2.8 + 2.8 = 5.6: (4 × 5.6 + 3 × 11.2) / 11
+    // = 5.0909 cm. One layer: no offset.
+    BarChoice eleven{true, 11, 28.0, 3, 4, 67.8, 2.8};
+    EXPECT_NEAR(layerCentroidOffsetCm(eleven, s), 5.0909, 1e-4);
+    BarChoice one{true, 4, 16.0, 1, 6, 8.04, 3.0};
+    EXPECT_EQ(layerCentroidOffsetCm(one, s), 0.0);
+}
+
 TEST(BarSelection, NothingFitsANarrowWebOrTooManyLayers) {
     BarSelectionSettings s;
     EXPECT_FALSE(selectBars(2.0, 10, kTable, s).found);
