@@ -342,6 +342,15 @@ std::string deflectionListing(const DeflectionResult& r) {
     for (std::size_t i = 0; i < r.deflections.size(); ++i) {
         const InertiaSet& a = r.deflections[i].ieAvg;
         out += "Member" + fmt(" ###", i + 1.0) + "\n";
+        if (const int j = r.deflections[i].ieFromJoint; j > 0) {
+            // A cantilever: no average, the Ie of the support it springs from.
+            const std::string at = " of joint " + std::to_string(j) + " = ";
+            out += "IeLLAvg = IeLL" + at + val(a.ll) + "\n";
+            out += "IeDLAvg = IeDL" + at + val(a.dl) + "\n";
+            out += "IesusAvg = IeSus" + at + val(a.sus) + "\n";
+            out += "IeTotAvg = IeTot" + at + val(a.tot) + "\n";
+            continue;
+        }
         out += "IeLLAvg = 0.7 * IeLL + 0.15 * (IeLL1 + IeLL2) = " + val(a.ll) + "\n";
         out += "IeDLAvg = 0.7 * IeDL + 0.15 * (IeDL1 + IeDL2) = " + val(a.dl) + "\n";
         out += "IesusAvg = 0.7 * IeSus + 0.15 * (IeSus1 + IeSus2) = " + val(a.sus) + "\n";

@@ -18,8 +18,8 @@ namespace orvak::beams {
 inline constexpr std::size_t kBeamRecordLength = 16699;
 /// Kinds per span in the load tables; kinds 1 to 4 are in use, the fifth is kept as stored.
 inline constexpr std::size_t kLoadTableKinds = 5;
-/// Live-load duration of the long-term deflection when a beam gives none: five years, the
-/// duration at which the ACI time-dependent factor reaches its final value of 2.
+/// Live-load duration of the long-term deflection when a beam gives none: five years, after
+/// which the ACI time-dependent factor grows no more (the time factor gives 1.903 there).
 inline constexpr float kDefaultLiveLoadMonths = 60.0f;
 /// Values per load: 1 dead part, 2 live part, 3 kept as stored (see docs/file-formats.md).
 inline constexpr std::size_t kLoadValuesPerLoad = 3;

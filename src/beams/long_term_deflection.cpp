@@ -183,6 +183,7 @@ DeflectionResult computeLongTermDeflection(const DeflectionInput& input) {
 
     // Averages: 0.7 of the middle and 0.15 of each end; a cantilever takes its support's Ie.
     std::vector<InertiaSet> avg(n);
+    std::vector<int> ieFromJoint(n, 0);
     for (std::size_t i = 0; i < n; ++i) {
         const InertiaSet& m = r.members[i].ie;
         const InertiaSet& a = r.joints[i].ie;
@@ -200,21 +201,30 @@ DeflectionResult computeLongTermDeflection(const DeflectionInput& input) {
         };
         avg[i] = {mix(&InertiaSet::dl), mix(&InertiaSet::ll), mix(&InertiaSet::sus),
                   mix(&InertiaSet::tot)};
+        ieFromJoint[i] = freeLeft ? static_cast<int>(i) + 2 : freeRight ? static_cast<int>(i) + 1
+                                                                          : 0;
     }
 
     // Immediate deflections: the elastic line of the beam again, each span with the averaged
     // Ie of the state.
-    auto rerun = [&](double InertiaSet::*f) {
+    // The sustained state is run as a dead load of its own, dead + the sustained share of
+    // live, so that its largest deflection is found as exactly as the others.
+    auto rerun = [&](double InertiaSet::*f, double liveShareAsDead) {
         BeamAnalysisInput model = input.model;
         model.elasticModulusKgCm2 = r.ec;
         for (std::size_t i = 0; i < n; ++i) {
             model.spans[i].inertiaCm4 = avg[i].*f;
+            if (liveShareAsDead > 0.0) {
+                for (SpanLoad& load : model.spans[i].loads) {
+                    load.deadValue += liveShareAsDead * load.liveValue;
+                }
+            }
         }
         return analyzeServiceLoads(model);
     };
-    const BeamAnalysisResult runDl = rerun(&InertiaSet::dl);
-    const BeamAnalysisResult runTot = rerun(&InertiaSet::tot);
-    const BeamAnalysisResult runSus = rerun(&InertiaSet::sus);
+    const BeamAnalysisResult runDl = rerun(&InertiaSet::dl, 0.0);
+    const BeamAnalysisResult runTot = rerun(&InertiaSet::tot, 0.0);
+    const BeamAnalysisResult runSus = rerun(&InertiaSet::sus, sus);
     if (!runDl.ok() || !runTot.ok() || !runSus.ok()) {
         r.ok = false;
         r.message = "The deflections could not be computed: " + (!runDl.ok()    ? runDl.message
@@ -229,13 +239,8 @@ DeflectionResult computeLongTermDeflection(const DeflectionInput& input) {
         m.defDlCm = runDl.service.dead.maxDeflections[i].deflectionMm / 10.0;
         m.initDefCm = runTot.service.total.maxDeflections[i].deflectionMm / 10.0;
         m.defLlCm = m.initDefCm - m.defDlCm;
-        double susMm = -kSearchSentinel;
-        for (int k = 0; k < kStationsPerSpan; ++k) {
-            const std::size_t s = i * kStationsPerSpan + static_cast<std::size_t>(k);
-            susMm = std::max(susMm, runSus.service.dead.stationDeflectionsMm[s] +
-                                        sus * runSus.service.live.stationDeflectionsMm[s]);
-        }
-        m.defSusCm = susMm / 10.0;
+        m.ieFromJoint = ieFromJoint[i];
+        m.defSusCm = runSus.service.dead.maxDeflections[i].deflectionMm / 10.0;
         const double ac = r.members[i].cracked.ac;
         m.lnda = r.tf / (1.0 + (ac > 0.0 ? 50.0 * r.members[i].cracked.asc / ac : 0.0));
         m.defLtCm = m.defLlCm + 2.0 * m.defDlCm + m.lnda * m.defSusCm;

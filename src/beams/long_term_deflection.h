@@ -73,6 +73,9 @@ struct DeflectionSection {
 
 struct MemberDeflection {
     InertiaSet ieAvg;
+    /// 0 for a span between supports (ieAvg is the average); for a cantilever, the joint
+    /// (1-based) whose Ie it takes.
+    int ieFromJoint = 0;
     double initDefCm = 0.0; ///< immediate deflection under dead + live
     double defDlCm = 0.0;
     double defLlCm = 0.0;  ///< immediate, Δ(D+L) - ΔD

@@ -97,6 +97,21 @@ TEST(BeamListings, DeflectionListing) {
     expectGolden("deflection_listing.txt", deflectionListing(designBeam(in).deflection));
 }
 
+TEST(BeamListings, ACantileverNamesTheJointItsIeComesFrom) {
+    // Span 2 as an overhang: no average of three values, the Ie of joint 2, its support.
+    BeamDesignInput in = twoSpanDesignInput(30, 60, 60);
+    in.model.supports[2] = supportFromCodes(0, 0);
+    in.model.spans[1].lengthCm = 200;
+    in.analysis = analyzeBeam(in.model);
+    const DeflectionResult& d = designBeam(in).deflection;
+    const std::string text = deflectionListing(d);
+    const std::size_t member2 = text.find("Member   2\nIe");
+    ASSERT_NE(member2, std::string::npos) << text;
+    EXPECT_EQ(text.find("IeDLAvg = IeDL of joint 2 = ", member2),
+              text.find("IeDLAvg", member2));
+    EXPECT_EQ(d.deflections.at(1).ieAvg.dl, d.joints.at(1).ie.dl);
+}
+
 TEST(BeamListings, FailedShearPointIsStarred) {
     // A 20 × 30 second span under the same loads: Vs far above 2.06 sqrt(Fc) b d = 8.1 t.
     BeamDesignInput in = twoSpanDesignInput(30, 60, 60);

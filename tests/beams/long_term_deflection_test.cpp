@@ -130,6 +130,45 @@ TEST(LongTermDeflection, SimpleSpanByHand) {
     in.memberAsc = {5};
     const DeflectionResult c = computeLongTermDeflection(in);
     EXPECT_NEAR(c.deflections.at(0).lnda, 1.411897 / (1.0 + 250.0 / 1650.0), 1e-6);
+
+    // Half the live load sustained: Msus = 25 × 600² / 8 = 1,125,000, IeSus = 170,457.5 +
+    // 369,542.5 × (569,210 / 1,125,000)³ = 218,323.2, IesusAvg = 0.7 × 218,323.2 + 0.3 × Ig
+    // = 314,826.2; DefSus = 5 × 25 × 600⁴ / (384 Ec IesusAvg) = 0.561262 cm.
+    in.memberAsc = {0};
+    in.settings.sustainedLivePercent = 50;
+    const DeflectionResult half = computeLongTermDeflection(in);
+    EXPECT_NEAR(half.deflections.at(0).ieAvg.sus, 314826.23, 0.05);
+    EXPECT_NEAR(half.deflections.at(0).defSusCm, 0.561262, 1e-5);
+}
+
+TEST(LongTermDeflection, WithoutSustainedLiveLoadDefSusIsDefDl) {
+    // A triangular load peaks its deflection at 0.519 L, between two stations: with no
+    // sustained live load the sustained state is the dead state, and both must find the same
+    // largest deflection, not a station value for one and the exact one for the other.
+    DeflectionInput in;
+    BeamSpan span;
+    span.lengthCm = 600;
+    span.inertiaCm4 = 540000;
+    span.loads[loadIndex(LoadKind::Triangular)] = {true, 40.0, 20.0, 0, 0, TrianglePeak::AtRight};
+    in.model.spans = {span};
+    in.model.supports = {supportFromCodes(2, 0), supportFromCodes(2, 0)};
+    in.model.elasticModulusKgCm2 = 15100.0 * std::sqrt(250.0);
+    in.model.factors.dead = {1.4, 1.4};
+    in.model.factors.live = {1.7, 1.0};
+    in.model.caseScheme = 1;
+    in.analysis = analyzeBeam(in.model);
+    ASSERT_TRUE(in.analysis.ok());
+    in.sections = {rectangle(30, 60)};
+    in.fcKgCm2 = 250;
+    in.jointAst = {0, 0};
+    in.jointAsc = {0, 0};
+    in.memberAst = {10};
+    in.memberAsc = {0};
+    in.settings.bottomCoverCm = 5;
+    in.settings.topCoverCm = 5;
+    const MemberDeflection m = computeLongTermDeflection(in).deflections.at(0);
+    EXPECT_GT(m.defDlCm, 0.0);
+    EXPECT_NEAR(m.defSusCm, m.defDlCm, 1e-12 * m.defDlCm);
 }
 
 } // namespace
