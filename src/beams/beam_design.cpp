@@ -198,7 +198,8 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
         ends.cantilever = !left.restrainsDisplacement || !right.restrainsDisplacement;
         SpanDepthCheck dc;
         dc.heightCm = sec.heightCm;
-        dc.minimumCm = minimumDepthCm(input.model.spans[i].lengthCm, ends, input.depthDivisors);
+        dc.minimumCm = minimumDepthCm(input.model.spans[i].lengthCm, ends, input.depthDivisors,
+                                      input.materials.fyKgCm2);
         dc.shallow = dc.heightCm < dc.minimumCm;
         if (dc.shallow) {
             r.shallowSpans.push_back(static_cast<int>(i) + 1);

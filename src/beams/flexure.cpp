@@ -234,18 +234,20 @@ FlexureResult designFlexure(const SectionGeometry& section, double muTm, bool ho
 }
 
 double minimumDepthCm(double spanLengthCm, const SpanEndConditions& ends,
-                      const DepthDivisors& divisors) {
+                      const DepthDivisors& divisors, double fyKgCm2) {
     const DepthDivisors aci;
+    // The divisors hold for FY 4200; a weaker steel works at lower service stresses and
+    // strains, so the beam may be shallower, a stronger one must be deeper.
+    const double steel = 0.4 + fallback(fyKgCm2, 4200.0) / 7000.0;
+    double divisor = fallback(divisors.simple, aci.simple);
     if (ends.cantilever) {
-        return spanLengthCm / fallback(divisors.cantilever, aci.cantilever);
+        divisor = fallback(divisors.cantilever, aci.cantilever);
+    } else if (ends.leftContinuous && ends.rightContinuous) {
+        divisor = fallback(divisors.bothEnds, aci.bothEnds);
+    } else if (ends.leftContinuous || ends.rightContinuous) {
+        divisor = fallback(divisors.oneEnd, aci.oneEnd);
     }
-    if (ends.leftContinuous && ends.rightContinuous) {
-        return spanLengthCm / fallback(divisors.bothEnds, aci.bothEnds);
-    }
-    if (ends.leftContinuous || ends.rightContinuous) {
-        return spanLengthCm / fallback(divisors.oneEnd, aci.oneEnd);
-    }
-    return spanLengthCm / fallback(divisors.simple, aci.simple);
+    return spanLengthCm / divisor * steel;
 }
 
 } // namespace orvak::beams

@@ -110,8 +110,9 @@ struct DepthDivisors {
 };
 
 /// ACI minimum depth of a beam not supporting partitions likely to be damaged: L/16 with both
-/// ends discontinuous, L/18.5 with one end continuous, L/21 with both, L/8 for a cantilever.
+/// ends discontinuous, L/18.5 with one end continuous, L/21 with both, L/8 for a cantilever;
+/// for a steel other than FY 4200 kg/cm² times (0.4 + FY / 7000). fyKgCm2 0 or less: 4200.
 double minimumDepthCm(double spanLengthCm, const SpanEndConditions& ends,
-                      const DepthDivisors& divisors = {});
+                      const DepthDivisors& divisors = {}, double fyKgCm2 = 4200.0);
 
 } // namespace orvak::beams
