@@ -143,7 +143,7 @@ std::string flexureListing(const BeamDesignInput& input, const BeamDesignResult&
                        fmt("##", p.compressionBars.diameterMm) + " mm";
             }
             if (p.flexure.minimumGoverns) {
-                row += " (rho min)";
+                row += p.flexure.fourThirdsGoverns ? " (4/3 As)" : " (rho min)";
             }
             if (!p.flexure.ok()) {
                 row += " ******";

@@ -223,11 +223,15 @@ FlexureResult designFlexure(const SectionGeometry& section, double muTm, bool ho
         r.message = "The section is too small: the compression steel would lie at or below "
                     "the neutral axis. Deepen the beam.";
     }
-    // Where the analysis asks for tension steel, never less than rho min over the web.
-    const double asMin = lim.rhoMin * bw * d;
+    // Where the analysis asks for tension steel, never less than rho min over the web, unless
+    // a third more than the moment needs is less (ACI): a small moment then gets 4/3 of its
+    // steel rather than the full minimum of the section.
+    const double asRhoMin = lim.rhoMin * bw * d;
+    const double asMin = std::min(asRhoMin, 4.0 / 3.0 * r.tensionAreaCm2);
     if (mu > 0.0 && r.tensionAreaCm2 < asMin) {
         r.tensionAreaCm2 = asMin;
         r.minimumGoverns = true;
+        r.fourThirdsGoverns = asMin < asRhoMin;
     }
     r.rho = r.tensionAreaCm2 / (bw * d);
     return r;

@@ -78,7 +78,8 @@ struct FlexureResult {
     double compressionAreaCm2 = 0.0;     ///< required A's (0 when not needed)
     double compressionStressKgCm2 = 0.0; ///< stress of the compression steel (<= FY)
     double rho = 0.0;                    ///< As / (bw d)
-    bool minimumGoverns = false;         ///< As was raised to rho min × bw × d
+    bool minimumGoverns = false;         ///< As was raised to rho min × bw × d or 4/3 As
+    bool fourThirdsGoverns = false;      ///< ... and it was 4/3 As, less than rho min × bw × d
     bool ok() const { return status == FlexureStatus::Ok; }
 };
 
