@@ -393,7 +393,8 @@ BeamAnalysisResult failed(AnalysisStatus status, std::string message) {
     return r;
 }
 
-BeamAnalysisResult analyze(const BeamAnalysisInput& input, bool withFactoredCases) {
+BeamAnalysisResult analyze(const BeamAnalysisInput& input, bool withFactoredCases,
+                           unsigned serviceStates) {
     if (std::string problem = validateBeamInput(input); !problem.empty()) {
         return failed(AnalysisStatus::InvalidInput, std::move(problem));
     }
@@ -410,7 +411,14 @@ BeamAnalysisResult analyze(const BeamAnalysisInput& input, bool withFactoredCase
     }
     const std::size_t factoredCount = states.size();
     const LoadCase full = buildLoadCases(1, n).front();
-    states.insert(states.end(), 3, full);
+    // The service states asked for, in the order dead, live, dead + live.
+    std::vector<std::size_t> serviceKinds;
+    for (std::size_t s = 0; s < 3; ++s) {
+        if ((serviceStates & (1u << s)) != 0) {
+            serviceKinds.push_back(s);
+        }
+    }
+    states.insert(states.end(), serviceKinds.size(), full);
 
     std::vector<LoadValues> values(states.size() * n);
     for (std::size_t c = 0; c < factoredCount; ++c) {
@@ -420,10 +428,10 @@ BeamAnalysisResult analyze(const BeamAnalysisInput& input, bool withFactoredCase
         }
     }
     const double serviceFactors[3][2] = {{1.0, 0.0}, {0.0, 1.0}, {1.0, 1.0}};
-    for (std::size_t s = 0; s < 3; ++s) {
+    for (std::size_t s = 0; s < serviceKinds.size(); ++s) {
+        const double* f = serviceFactors[serviceKinds[s]];
         for (int i = 0; i < n; ++i) {
-            values[(factoredCount + s) * n + i] =
-                loadValues(input.spans[i], serviceFactors[s][0], serviceFactors[s][1]);
+            values[(factoredCount + s) * n + i] = loadValues(input.spans[i], f[0], f[1]);
         }
     }
 
@@ -434,9 +442,9 @@ BeamAnalysisResult analyze(const BeamAnalysisInput& input, bool withFactoredCase
 
     result.freeDofCount = model.freeCount;
     ServiceCase* service[3] = {&result.service.dead, &result.service.live, &result.service.total};
-    for (std::size_t s = 0; s < 3; ++s) {
-        *service[s] = withDeflections(std::move(solved[factoredCount + s]), model, values, ends,
-                                      (factoredCount + s) * n);
+    for (std::size_t s = 0; s < serviceKinds.size(); ++s) {
+        *service[serviceKinds[s]] = withDeflections(std::move(solved[factoredCount + s]), model,
+                                                    values, ends, (factoredCount + s) * n);
     }
     solved.resize(factoredCount);
     result.cases = std::move(solved);
@@ -514,11 +522,11 @@ std::string validateBeamInput(const BeamAnalysisInput& input) {
 }
 
 BeamAnalysisResult analyzeBeam(const BeamAnalysisInput& input) {
-    return analyze(input, true);
+    return analyze(input, true, kAllServiceStates);
 }
 
-BeamAnalysisResult analyzeServiceLoads(const BeamAnalysisInput& input) {
-    return analyze(input, false);
+BeamAnalysisResult analyzeServiceLoads(const BeamAnalysisInput& input, unsigned states) {
+    return analyze(input, false, states & kAllServiceStates);
 }
 
 } // namespace orvak::beams

@@ -141,8 +141,16 @@ std::string validateBeamInput(const BeamAnalysisInput& input);
 /// or an unstable beam the result holds the status and message and no numbers.
 BeamAnalysisResult analyzeBeam(const BeamAnalysisInput& input);
 
+/// Service states of analyzeServiceLoads, to be or-ed together.
+inline constexpr unsigned kDeadState = 1u;
+inline constexpr unsigned kLiveState = 2u;
+inline constexpr unsigned kTotalState = 4u;
+inline constexpr unsigned kAllServiceStates = kDeadState | kLiveState | kTotalState;
+
 /// The service states only (dead, live, dead + live), e.g. to repeat the elastic line with
-/// other section inertias. On failure status and message are set as by analyzeBeam.
-BeamAnalysisResult analyzeServiceLoads(const BeamAnalysisInput& input);
+/// other section inertias; `states` chooses which are worked out (the others stay empty).
+/// On failure status and message are set as by analyzeBeam.
+BeamAnalysisResult analyzeServiceLoads(const BeamAnalysisInput& input,
+                                       unsigned states = kAllServiceStates);
 
 } // namespace orvak::beams

@@ -209,7 +209,7 @@ DeflectionResult computeLongTermDeflection(const DeflectionInput& input) {
     // Ie of the state.
     // The sustained state is run as a dead load of its own, dead + the sustained share of
     // live, so that its largest deflection is found as exactly as the others.
-    auto rerun = [&](double InertiaSet::*f, double liveShareAsDead) {
+    auto rerun = [&](double InertiaSet::*f, double liveShareAsDead, unsigned state) {
         BeamAnalysisInput model = input.model;
         model.elasticModulusKgCm2 = r.ec;
         for (std::size_t i = 0; i < n; ++i) {
@@ -220,11 +220,11 @@ DeflectionResult computeLongTermDeflection(const DeflectionInput& input) {
                 }
             }
         }
-        return analyzeServiceLoads(model);
+        return analyzeServiceLoads(model, state);
     };
-    const BeamAnalysisResult runDl = rerun(&InertiaSet::dl, 0.0);
-    const BeamAnalysisResult runTot = rerun(&InertiaSet::tot, 0.0);
-    const BeamAnalysisResult runSus = rerun(&InertiaSet::sus, sus);
+    const BeamAnalysisResult runDl = rerun(&InertiaSet::dl, 0.0, kDeadState);
+    const BeamAnalysisResult runTot = rerun(&InertiaSet::tot, 0.0, kTotalState);
+    const BeamAnalysisResult runSus = rerun(&InertiaSet::sus, sus, kDeadState);
     if (!runDl.ok() || !runTot.ok() || !runSus.ok()) {
         r.ok = false;
         r.message = "The deflections could not be computed: " + (!runDl.ok()    ? runDl.message
