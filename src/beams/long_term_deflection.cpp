@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "beams/flexure.h"
+#include "beams/section.h"
 #include "core/concrete.h"
 
 namespace orvak::beams {
@@ -151,7 +152,12 @@ DeflectionResult computeLongTermDeflection(const DeflectionInput& input) {
     const ServiceAnalysis& service = input.analysis.service;
 
     for (std::size_t j = 0; j <= n; ++j) {
-        const SectionGeometry& sec = input.sections[j == 0 ? 0 : j - 1];
+        // An inner joint between two different sections takes the one of smaller gross
+        // inertia: the stiffer one would overstate the Ie that both members average in.
+        const SectionGeometry& left = input.sections[j == 0 ? 0 : j - 1];
+        const SectionGeometry& right = input.sections[j == n ? n - 1 : j];
+        const SectionGeometry& sec =
+            grossInertiaCm4(right) < grossInertiaCm4(left) ? right : left;
         DeflectionSection s;
         s.momDlKgCm = std::abs(service.dead.forces.supportMomentsKgCm[j]);
         s.momLlKgCm = std::abs(service.live.forces.supportMomentsKgCm[j]);

@@ -90,9 +90,10 @@ TEST(BeamListings, ShearListing) {
 
 TEST(BeamListings, DeflectionListing) {
     // Checked by hand: Fr 31.62, Ec 238,752, N 8.544, TF = 0.305 ln 60 + 0.654 = 1.903;
-    // joint 3 of the rectangle Ig 540,000 and Mcr 5.692 t·m; joints 1 and 2 of the T
-    // 100/30/10/60: cg = (70 × 100 + 30 × 3600) / (2 × (700 + 1800)) = 23, Ig = 100 × 23³/3
-    // - 70/3 × 13³ + 30/3 × 37³ = 860,833; L/240 = 2.5 cm.
+    // joint 1 of the T 100/30/10/60: cg = (70 × 100 + 30 × 3600) / (2 × (700 + 1800)) = 23,
+    // Ig = 100 × 23³/3 - 70/3 × 13³ + 30/3 × 37³ = 860,833; joint 2, between the T and the
+    // rectangle, takes the rectangle, the smaller: Ig 540,000 and Mcr 5.692 t·m, as joint 3;
+    // L/240 = 2.5 cm.
     const BeamDesignInput in = goldenInput();
     expectGolden("deflection_listing.txt", deflectionListing(designBeam(in).deflection));
 }
