@@ -81,6 +81,32 @@ TEST(LongTermDeflection, EffectiveInertiaGuards) {
     EXPECT_DOUBLE_EQ(effectiveInertia(540000, 170000, 500000, 1000000), 170000 + 370000 / 8.0);
 }
 
+// A simply supported 6 m span of 30 × 60, Fc 250, under one load, analysed, with 10 cm² of
+// bottom steel and covers of 5 cm.
+DeflectionInput simpleSpan(LoadKind kind, SpanLoad load) {
+    DeflectionInput in;
+    BeamSpan span;
+    span.lengthCm = 600;
+    span.inertiaCm4 = 540000;
+    span.loads[loadIndex(kind)] = load;
+    in.model.spans = {span};
+    in.model.supports = {supportFromCodes(2, 0), supportFromCodes(2, 0)};
+    in.model.elasticModulusKgCm2 = 15100.0 * std::sqrt(250.0);
+    in.model.factors.dead = {1.4, 1.4};
+    in.model.factors.live = {1.7, 1.0};
+    in.model.caseScheme = 1;
+    in.analysis = analyzeBeam(in.model);
+    in.sections = {rectangle(30, 60)};
+    in.fcKgCm2 = 250;
+    in.jointAst = {0, 0};
+    in.jointAsc = {0, 0};
+    in.memberAst = {10};
+    in.memberAsc = {0};
+    in.settings.bottomCoverCm = 5;
+    in.settings.topCoverCm = 5;
+    return in;
+}
+
 TEST(LongTermDeflection, SimpleSpanByHand) {
     // One span of 6 m, 30 × 60, Fc 250, dead 20 kg/cm and live 10 kg/cm, 10 cm² bottom steel,
     // no compression steel, no sustained live load, 12 months.
@@ -90,28 +116,9 @@ TEST(LongTermDeflection, SimpleSpanByHand) {
     //   DefDL = 5 × 20 × 600⁴ / (384 Ec IeDLAvg) = 0.40766; DefTot = 0.70513 cm;
     //   DefLL = 0.29747; TF = 0.305 ln 12 + 0.654 = 1.41190, LNDA = TF (no ASC);
     //   DefLt = 0.29747 + 2 × 0.40766 + 1.41190 × 0.40766 = 1.68836 cm < 600 / 240 = 2.5.
-    DeflectionInput in;
-    BeamSpan span;
-    span.lengthCm = 600;
-    span.inertiaCm4 = 540000;
-    span.loads[loadIndex(LoadKind::Uniform)] = {true, 20.0, 10.0, 0, 0, {}};
-    in.model.spans = {span};
-    in.model.supports = {supportFromCodes(2, 0), supportFromCodes(2, 0)};
-    in.model.elasticModulusKgCm2 = 15100.0 * std::sqrt(250.0);
-    in.model.factors.dead = {1.4, 1.4};
-    in.model.factors.live = {1.7, 1.0};
-    in.model.caseScheme = 1;
-    in.analysis = analyzeBeam(in.model);
+    DeflectionInput in = simpleSpan(LoadKind::Uniform, {true, 20.0, 10.0, 0, 0, {}});
     ASSERT_TRUE(in.analysis.ok());
-    in.sections = {rectangle(30, 60)};
-    in.fcKgCm2 = 250;
-    in.jointAst = {0, 0};
-    in.jointAsc = {0, 0};
-    in.memberAst = {10};
-    in.memberAsc = {0};
     in.settings.durationMonths = 12;
-    in.settings.bottomCoverCm = 5;
-    in.settings.topCoverCm = 5;
     const DeflectionResult r = computeLongTermDeflection(in);
     ASSERT_TRUE(r.ok) << r.message;
     const MemberDeflection& m = r.deflections.at(0);
@@ -145,27 +152,9 @@ TEST(LongTermDeflection, WithoutSustainedLiveLoadDefSusIsDefDl) {
     // A triangular load peaks its deflection at 0.519 L, between two stations: with no
     // sustained live load the sustained state is the dead state, and both must find the same
     // largest deflection, not a station value for one and the exact one for the other.
-    DeflectionInput in;
-    BeamSpan span;
-    span.lengthCm = 600;
-    span.inertiaCm4 = 540000;
-    span.loads[loadIndex(LoadKind::Triangular)] = {true, 40.0, 20.0, 0, 0, TrianglePeak::AtRight};
-    in.model.spans = {span};
-    in.model.supports = {supportFromCodes(2, 0), supportFromCodes(2, 0)};
-    in.model.elasticModulusKgCm2 = 15100.0 * std::sqrt(250.0);
-    in.model.factors.dead = {1.4, 1.4};
-    in.model.factors.live = {1.7, 1.0};
-    in.model.caseScheme = 1;
-    in.analysis = analyzeBeam(in.model);
+    DeflectionInput in =
+        simpleSpan(LoadKind::Triangular, {true, 40.0, 20.0, 0, 0, TrianglePeak::AtRight});
     ASSERT_TRUE(in.analysis.ok());
-    in.sections = {rectangle(30, 60)};
-    in.fcKgCm2 = 250;
-    in.jointAst = {0, 0};
-    in.jointAsc = {0, 0};
-    in.memberAst = {10};
-    in.memberAsc = {0};
-    in.settings.bottomCoverCm = 5;
-    in.settings.topCoverCm = 5;
     const MemberDeflection m = computeLongTermDeflection(in).deflections.at(0);
     EXPECT_GT(m.defDlCm, 0.0);
     EXPECT_NEAR(m.defSusCm, m.defDlCm, 1e-12 * m.defDlCm);
