@@ -339,7 +339,8 @@ std::size_t IronDatabase::saveItems(const std::vector<SteelItem>& items) {
 }
 
 std::size_t IronDatabase::replaceItems(const std::vector<std::string>& removedKeys,
-                                       const std::vector<SteelItem>& items) {
+                                       const std::vector<SteelItem>& items,
+                                       const std::function<void()>& beforeCommit) {
     std::vector<SteelItem> rows;
     rows.reserve(items.size());
     for (const SteelItem& item : items) {
@@ -356,6 +357,9 @@ std::size_t IronDatabase::replaceItems(const std::vector<std::string>& removedKe
         std::size_t added = 0;
         for (const SteelItem& it : rows) {
             added += writeItem(*m_db, it) == SaveKind::Added ? 1 : 0;
+        }
+        if (beforeCommit) {
+            beforeCommit();
         }
         tx.commit();
         return added;

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -119,8 +120,13 @@ public:
     /// Deletes the items of `removedKeys` and saves `items`, all in one transaction, so that a
     /// design replacing an element's bars never leaves old and new items mixed. A key in both
     /// lists ends up holding the new item. Returns how many items were added.
+    /// `beforeCommit`, when given, runs inside the transaction once the rows are written and
+    /// the store holds its write lock: a design writes its listings there, so that a store
+    /// that cannot be written stops it before any listing, and a listing that cannot be
+    /// written leaves the store as it was (the exception rolls the transaction back).
     std::size_t replaceItems(const std::vector<std::string>& removedKeys,
-                             const std::vector<SteelItem>& items);
+                             const std::vector<SteelItem>& items,
+                             const std::function<void()>& beforeCommit = {});
     std::optional<SteelItem> findItem(std::string_view mainKey) const;
     /// `delqnt`: deletes the item of that key; false when there was none.
     bool deleteItem(std::string_view mainKey);

@@ -306,8 +306,6 @@ BeamJobResult designBeamRecord(const fs::path& projectFolder, const BeamRecord& 
     job.messages = design.messages;
     job.status = design.ok() ? BeamJobStatus::Designed : BeamJobStatus::ChecksFailed;
 
-    // The store is opened before any file is written, so that a store that cannot be used
-    // stops the job with the listings of the earlier design still in place.
     const std::vector<bars::SteelItem> items = beamSteelItems(record, input, design);
     bars::IronDatabase db = bars::OpenIronDatabase(projectFolder);
     std::vector<std::string> earlier;
@@ -319,7 +317,8 @@ BeamJobResult designBeamRecord(const fs::path& projectFolder, const BeamRecord& 
         }
     }
 
-    // Build every text before writing the first file.
+    // Build every text before writing the first file, and make sure that each listing can
+    // stand where it goes (a folder of that name would stop the writing half way).
     const std::string base = listingBaseName(record);
     const std::pair<std::string_view, std::string> listings[] = {
         {kShearListingExt, shearListing(input, design)},
@@ -329,12 +328,24 @@ BeamJobResult designBeamRecord(const fs::path& projectFolder, const BeamRecord& 
     };
     for (const auto& [ext, text] : listings) {
         const fs::path file = projectFolder / (base + std::string(ext));
-        core::saveFileAtomically(file, withCrLf(text));
-        job.files.push_back(file);
+        std::error_code ec;
+        if (fs::exists(file, ec) && !fs::is_regular_file(file, ec)) {
+            throw FileError(file, "The listing cannot be written: something other than a file "
+                                  "stands at its place in the project folder.");
+        }
     }
 
-    // The beam's earlier items go and the new ones come in one transaction.
-    db.replaceItems(earlier, items);
+    // The beam's earlier items go and the new ones come in one transaction, and the listings
+    // are written while it holds the store's write lock: a store that cannot be written
+    // stops the job before any listing, and a listing that cannot be written leaves the
+    // store as it was.
+    db.replaceItems(earlier, items, [&] {
+        for (const auto& [ext, text] : listings) {
+            const fs::path file = projectFolder / (base + std::string(ext));
+            core::saveFileAtomically(file, withCrLf(text));
+            job.files.push_back(file);
+        }
+    });
     job.steelItems = items.size();
     return job;
 }

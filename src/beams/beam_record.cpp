@@ -166,18 +166,18 @@ std::string validateBeam(const BeamRecord& b) {
                            b.spans.size() + 1, b.supports.size());
     }
     const auto positiveValue = [](float v) { return finite(v) && v > 0.0f; };
-    if (!positiveValue(b.fc)) {
-        return "fc must be more than 0 kg/cm2";
+    if (!positiveValue(b.fc) || b.fc > kMaxFcKgCm2) {
+        return fmt::format("fc must be more than 0 and at most {} kg/cm2", kMaxFcKgCm2);
     }
-    if (!positiveValue(b.fyMain)) {
-        return "fy must be more than 0 kg/cm2";
+    if (!positiveValue(b.fyMain) || b.fyMain > kMaxFyKgCm2) {
+        return fmt::format("fy must be more than 0 and at most {} kg/cm2", kMaxFyKgCm2);
     }
-    if (!positiveValue(b.fyStirrups)) {
-        return "fy_stirrups must be more than 0 kg/cm2";
+    if (!positiveValue(b.fyStirrups) || b.fyStirrups > kMaxFyKgCm2) {
+        return fmt::format("fy_stirrups must be more than 0 and at most {} kg/cm2", kMaxFyKgCm2);
     }
     for (const float c : {b.coverTopCm, b.coverBottomCm, b.coverSideCm}) {
-        if (!finite(c) || c < 0.0f) {
-            return "the covers must be 0 cm or more";
+        if (!finite(c) || c < 0.0f || c > kMaxCoverCm) {
+            return fmt::format("the covers must be 0 to {} cm", kMaxCoverCm);
         }
     }
     // The settings copy: a value that is not a number would reach every moment and area of
@@ -201,10 +201,19 @@ std::string validateBeam(const BeamRecord& b) {
                                                   factor ? "a number of 0 or more" : "a number");
                 }
             }
+
         }
     });
     if (!settingsProblem.empty()) {
         return settingsProblem;
+    }
+    // The dead load always acts, and so does the live load of the span a case loads: a factor
+    // of 0 there would design the beam for no load at all.
+    if (!(b.settings.FACDEADL[0] > 0.0f && b.settings.FACDEADL[1] > 0.0f)) {
+        return "the dead-load factors FACDEADL must both be more than 0";
+    }
+    if (!(b.settings.FACDAYNL[0] > 0.0f)) {
+        return "the first live-load factor FACDAYNL must be more than 0";
     }
     if (!finite(b.sustainedLivePercent) || b.sustainedLivePercent < 0.0f ||
         b.sustainedLivePercent > 100.0f) {
@@ -213,15 +222,51 @@ std::string validateBeam(const BeamRecord& b) {
     if (!finite(b.liveLoadMonths) || b.liveLoadMonths < 0.0f) {
         return "the live load duration must be 0 months or more (0: 60 months)";
     }
+    for (std::size_t j = 0; j < b.supports.size(); ++j) {
+        const StoredSupport& sup = b.supports[j];
+        if (!finite(sup.widthCm) || sup.widthCm < 0.0f || sup.widthCm > kMaxSupportWidthCm) {
+            return fmt::format("support {}: the width must be 0 to {} cm", j + 1,
+                               kMaxSupportWidthCm);
+        }
+        if (!finite(sup.value2)) {
+            return fmt::format("support {}: its second value is not a number", j + 1);
+        }
+        if (sup.second == 1 && sup.code != 2) {
+            return fmt::format("support {}: a free joint cannot be fixed (only a supported "
+                               "joint, code 2, can restrain the rotation)",
+                               j + 1);
+        }
+    }
+    // A continuous beam without hinges needs two supports, or one that is fixed.
+    int supported = 0;
+    bool anyFixed = false;
+    for (const StoredSupport& sup : b.supports) {
+        supported += sup.code == 2 ? 1 : 0;
+        anyFixed = anyFixed || (sup.code == 2 && sup.second == 1);
+    }
+    if (supported == 0) {
+        return "no joint is supported: at least one support needs code 2";
+    }
+    if (supported == 1 && !anyFixed) {
+        return "the beam rests on one hinged support and would turn about it: add a support "
+               "or fix this one";
+    }
     for (std::size_t s = 0; s < b.spans.size(); ++s) {
         const StoredSpan& span = b.spans[s];
         const std::size_t n = s + 1;
         if (!positiveValue(span.lengthM)) {
             return fmt::format("span {}: the length must be more than 0 m", n);
         }
+        if (span.lengthM > kMaxSpanLengthM) {
+            return fmt::format("span {}: the length must be at most {} m", n, kMaxSpanLengthM);
+        }
         for (const float d : span.dims) {
             if (!finite(d) || d < 0.0f) {
                 return fmt::format("span {}: the section dimensions must be 0 cm or more", n);
+            }
+            if (d > kMaxSectionCm) {
+                return fmt::format("span {}: the section dimensions must be at most {} cm", n,
+                                   kMaxSectionCm);
             }
         }
         std::string sectionError;
@@ -248,13 +293,22 @@ std::string validateBeam(const BeamRecord& b) {
             if (!finite(load.dead) || !finite(load.live) || !finite(load.spare)) {
                 return fmt::format("span {}, {} load: the value is not a number", n, kind);
             }
+            const bool point = static_cast<LoadKind>(k + 1) == LoadKind::Concentrated;
+            const float most = point ? kMaxPointLoadT : kMaxDistributedLoadTm;
+            if (std::abs(load.dead) > most || std::abs(load.live) > most) {
+                return fmt::format("span {}, {} load: dead and live must each lie within ±{} {}",
+                                   n, kind, most, point ? "t" : "t/m");
+            }
             if (!finite(load.startM) || !finite(load.lengthM)) {
                 return fmt::format("span {}, {} load: the position is not a number", n, kind);
             }
             const auto kindId = static_cast<LoadKind>(k + 1);
+            // Positions are singles: a load typed to end at the support (1.2 + 4.8 on 6 m)
+            // may add up a rounding above the span, which is no error.
+            const double slack = 1e-6 * span.lengthM;
             if (kindId == LoadKind::PartialUniform) {
                 if (load.startM < 0.0f || load.lengthM <= 0.0f ||
-                    static_cast<double>(load.startM) + load.lengthM > span.lengthM) {
+                    static_cast<double>(load.startM) + load.lengthM > span.lengthM + slack) {
                     return fmt::format("span {}, partial load: a_m and length_m must lie within "
                                        "the span of {} m, with length_m more than 0",
                                        n, span.lengthM);
@@ -284,6 +338,11 @@ std::vector<BeamRecord> readBeamFile(const fs::path& projectFolder, int floor) {
         }
         std::string error;
         BeamRecord beam = decodeBeamRecord(rec, error);
+        // The file and the record number say which beam this is; the copies inside the
+        // record only repeat them, and a damaged copy must not send the beam's listings and
+        // steel to another floor's beam.
+        beam.floor = static_cast<std::int16_t>(floor);
+        beam.number = static_cast<std::int16_t>(n);
         if (!error.empty()) {
             throw FileError(*path, "The beam record is corrupt: " + error,
                             static_cast<std::int64_t>(n),
@@ -332,6 +391,11 @@ BeamAnalysisInput analysisInput(const BeamRecord& b, int caseScheme) {
             load.liveValue = stored.live * unit;
             load.startCm = stored.startM * kCmPerM;
             load.lengthCm = stored.lengthM * kCmPerM;
+            if (static_cast<LoadKind>(k + 1) == LoadKind::PartialUniform) {
+                // A load that reaches the support within the rounding of its singles ends
+                // there.
+                load.lengthCm = std::min(load.lengthCm, out.lengthCm - load.startCm);
+            }
             load.peak = span.trianglePeakLeft ? TrianglePeak::AtLeft : TrianglePeak::AtRight;
         }
         in.spans.push_back(out);

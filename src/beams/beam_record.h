@@ -21,6 +21,16 @@ inline constexpr std::size_t kLoadTableKinds = 5;
 /// Live-load duration of the long-term deflection when a beam gives none: five years, after
 /// which the ACI time-dependent factor grows no more (the time factor gives 1.903 there).
 inline constexpr float kDefaultLiveLoadMonths = 60.0f;
+/// Bounds of a stored beam beyond which an entry can only be a slip of the keyboard or a
+/// damaged file: they keep every number of the design and its listings within its masks.
+inline constexpr float kMaxSpanLengthM = 50.0f;
+inline constexpr float kMaxSectionCm = 500.0f;
+inline constexpr float kMaxCoverCm = 20.0f;
+inline constexpr float kMaxSupportWidthCm = 500.0f;
+inline constexpr float kMaxFcKgCm2 = 1000.0f;
+inline constexpr float kMaxFyKgCm2 = 10000.0f;
+inline constexpr float kMaxDistributedLoadTm = 500.0f; ///< t/m, dead or live part
+inline constexpr float kMaxPointLoadT = 5000.0f;      ///< t, dead or live part
 /// Values per load: 1 dead part, 2 live part, 3 kept as stored (see docs/file-formats.md).
 inline constexpr std::size_t kLoadValuesPerLoad = 3;
 

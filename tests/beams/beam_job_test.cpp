@@ -12,6 +12,7 @@
 #include "beams/model_json.h"
 #include "core/error.h"
 #include "support/temp_dir.h"
+#include "support/unprivileged.h"
 
 namespace orvak::beams {
 namespace {
@@ -160,19 +161,48 @@ TEST_F(BeamJob, BeamsOfTheSameNameOnTwoFloorsKeepTheirOwnListings) {
     EXPECT_EQ(higher.find("-18.90"), std::string::npos) << higher;
 }
 
-TEST_F(BeamJob, AnUnstableBeamWritesNoListingAndLeavesTheStoreAlone) {
-    import(twoBeamModel(R"([{"code": 2}, {"code": 0}, {"code": 0}])")); // turns about one hinge
-    const BeamJobResult r = designStoredBeam(project(), general(), 1, 1, 2);
-    EXPECT_EQ(r.status, BeamJobStatus::AnalysisFailed);
-    ASSERT_EQ(r.failures.size(), 1u);
-    EXPECT_FALSE(r.failures[0].empty());
-    EXPECT_TRUE(r.files.empty());
-    for (const auto& entry : fs::directory_iterator(project())) {
-        EXPECT_EQ(entry.path().extension().string().rfind(".Analy", 0), std::string::npos)
-            << entry.path();
+TEST_F(BeamJob, ListingsAndStoreChangeTogetherOrNotAtAll) {
+    import(twoBeamModel());
+    designStoredBeam(project(), general(), 1, 1, 2);
+    const std::string listing = test::readBytes(project() / "F1-B1_1.Analy2");
+    std::size_t items = 0;
+    {
+        items = bars::OpenIronDatabase(project()).itemCount();
     }
-    EXPECT_FALSE(fs::exists(project() / "Iron.db"));
-    EXPECT_FALSE(fs::exists(project() / kLoadCasesFile));
+    // The beam changes: 6 t/m instead of 3, so a new design would change every listing.
+    std::vector<BeamRecord> beams = readBeamFile(project(), 1);
+    beams[0].spans[0].loads[loadIndex(LoadKind::Uniform)].dead = 6.0f;
+    beams[0].spans[1].loads[loadIndex(LoadKind::Uniform)].dead = 6.0f;
+    writeBeamFile(project(), 1, beams);
+
+    // A folder standing where a listing goes: nothing is written, the store keeps its items.
+    fs::remove(project() / "F1-B1_1.Analy3");
+    fs::create_directory(project() / "F1-B1_1.Analy3");
+    EXPECT_THROW(designStoredBeam(project(), general(), 1, 1, 2), FileError);
+    EXPECT_EQ(test::readBytes(project() / "F1-B1_1.Analy2"), listing);
+    fs::remove(project() / "F1-B1_1.Analy3");
+
+    // A store that cannot be written (the user may write the folder, not Iron.db): the job
+    // stops before any listing is replaced.
+    fs::permissions(project(), fs::perms::all);
+    fs::permissions(project() / "Iron.db",
+                    fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
+    const int outcome = test::runUnprivileged([&] {
+        try {
+            designStoredBeam(project(), general(), 1, 1, 2);
+            return 1;
+        } catch (const FileError&) {
+            return 0;
+        }
+    });
+    EXPECT_EQ(outcome, 0);
+    EXPECT_EQ(test::readBytes(project() / "F1-B1_1.Analy2"), listing);
+    fs::permissions(project() / "Iron.db", fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(bars::OpenIronDatabase(project()).itemCount(), items);
+
+    // Both writable again: the new design replaces listings and items.
+    designStoredBeam(project(), general(), 1, 1, 2);
+    EXPECT_NE(test::readBytes(project() / "F1-B1_1.Analy2"), listing);
 }
 
 TEST_F(BeamJob, InputProblemsAreRefusedWithASentence) {

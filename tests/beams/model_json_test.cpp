@@ -89,6 +89,17 @@ TEST(ModelJsonRead, MessagesNameBeamSpanAndField) {
          "settings FACDEADL must be an array of 2 numbers."},
         {"sustained share above the whole", "/floors/0/beams/0/sustained_live_percent", 150,
          "Floor 1, beam 1 (B1): the sustained part of the live load must be 0 to 100 %."},
+        {"fixed free joint", "/floors/0/beams/0/supports/0", json{{"code", 0}, {"fixed", true}},
+         "Floor 1, beam 1 (B1), support 1: a free joint cannot be fixed"},
+        {"no support", "/floors/0/beams/0/supports",
+         json{{{"code", 0}}, {{"code", 0}}, {{"code", 0}}},
+         "Floor 1, beam 1 (B1): no joint is supported"},
+        {"no live load", "/floors/0/beams/0/settings/FACDAYNL", json{0, 0},
+         "the first live-load factor FACDAYNL must be more than 0."},
+        {"span beyond reason", "/floors/0/beams/0/spans/0/length_m", 1e6,
+         "Floor 1, beam 1 (B1), span 1: the length must be at most 50 m."},
+        {"load beyond reason", "/floors/0/beams/0/spans/0/loads/0/dead", 1e9,
+         "span 1, uniform load: dead and live must each lie within"},
         {"wrong version", "/version", 2, "The model: version must be 1."},
     };
     for (const Case& c : cases) {
@@ -102,6 +113,20 @@ TEST(ModelJsonRead, MessagesNameBeamSpanAndField) {
                 << c.name << ": " << e.what();
         }
     }
+}
+
+TEST(ModelJsonRead, APartialLoadMayEndExactlyAtTheSupport) {
+    // 1.2 + 4.8 in singles adds up a rounding above 6: still within the span, and the
+    // analysis sees a load that ends at the support.
+    json model = twoSpanModel();
+    model["floors"][0]["beams"][0]["spans"][1]["length_m"] = 6.0;
+    model["floors"][0]["beams"][0]["spans"][1]["loads"][0]["a_m"] = 1.2;
+    model["floors"][0]["beams"][0]["spans"][1]["loads"][0]["length_m"] = 4.8;
+    const BeamRecord b = modelFromJson(model).floors[0].beams[0];
+    const BeamAnalysisInput in = analysisInput(b, 2);
+    const SpanLoad& partial = in.spans[1].loads[loadIndex(LoadKind::PartialUniform)];
+    EXPECT_LE(partial.startCm + partial.lengthCm, in.spans[1].lengthCm);
+    EXPECT_TRUE(analyzeBeam(in).ok());
 }
 
 TEST(ModelJsonImport, BadBeamWritesNothingAndNothingIsOverwritten) {
@@ -125,7 +150,7 @@ TEST(ModelJsonWrite, SinglesReadBackExactly) {
     // Values without a short decimal double twin, and ones that are not whole.
     b.spans[0].lengthM = 1.0f / 3.0f;
     b.spans[1].loads[loadIndex(LoadKind::PartialUniform)].dead = 0.1f;
-    b.fc = 16777215.0f;
+    b.fc = std::nextafter(1000.0f, 0.0f); // the largest single below the bound
     b.settings.SSPCTXT = 3.4028235e38f;
     b.coverSideCm = -0.0f; // a negative zero keeps its sign bit
 
