@@ -141,6 +141,8 @@ public:
     const std::filesystem::path& path() const { return m_path; }
     std::size_t recordLength() const { return m_recordLength; }
     std::size_t count() const { return m_count; }
+    /// Bytes after the last whole record: a file cut short or padded by something else.
+    std::size_t tailBytes() const { return m_tail.size(); }
 
     /// Record n (1-based). A record beyond the end, or the missing tail of a partial record,
     /// reads as zero bytes (the buffer's fresh state).

@@ -7,6 +7,7 @@
 
 #include <fmt/format.h>
 
+#include "core/error.h"
 #include "core/file_util.h"
 
 namespace fs = std::filesystem;
@@ -20,6 +21,13 @@ std::vector<Floor> readFloors(const fs::path& projectFolder) {
         return floors;
     }
     const auto file = core::RecordFile::load(*path, kFloorLayout.size);
+    if (file.tailBytes() > 0) {
+        throw FileError(*path,
+                        fmt::format("The floor file is damaged: after its {} whole records it "
+                                    "ends in {} bytes of a partial record.",
+                                    file.count(), file.tailBytes()),
+                        static_cast<std::int64_t>(file.count() + 1));
+    }
     for (std::size_t n = 1; n <= file.count(); ++n) {
         const core::RecordBuffer rec = file.read(n);
         if (!rec.inUse()) {
@@ -31,6 +39,11 @@ std::vector<Floor> readFloors(const fs::path& projectFolder) {
         f.levelM = rec.getSingle(kFloorLayout["levelM"]);
         f.thicknessCm = rec.getSingle(kFloorLayout["thicknessCm"]);
         floors.push_back(std::move(f));
+    }
+    // A floor that could not have been stored (number 0, used twice, a level that is not a
+    // number) is damage, not a floor to skip or to pass on.
+    if (const std::string problem = validateFloors(floors); !problem.empty()) {
+        throw FileError(*path, "The floor file is damaged: " + problem);
     }
     return floors;
 }

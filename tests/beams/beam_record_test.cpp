@@ -105,6 +105,11 @@ TEST(BeamRecordFile, RoundTripAndCorruptRecord) {
     EXPECT_EQ(read[0], beam);
     EXPECT_TRUE(readBeamFile(dir.path(), 3).empty());
 
+    // A file cut inside its second record is damaged, not a file of one beam.
+    std::filesystem::resize_file(dir / "BEAMS.2", 16699 + 100);
+    EXPECT_THROW(readBeamFile(dir.path(), 2), FileError);
+    writeBeamFile(dir.path(), 2, {beam, beam});
+
     // A support count of 40 cannot be: the file is reported with the record, not guessed at.
     {
         std::fstream f(dir / "BEAMS.2", std::ios::in | std::ios::out | std::ios::binary);

@@ -1,6 +1,7 @@
 // Tests of the floors file CIELS.DAT: golden bytes, round trip and the checks of a floor list.
 #include <gtest/gtest.h>
 
+#include "core/error.h"
 #include "core/file_util.h"
 #include "floors/floors.h"
 #include "support/temp_dir.h"
@@ -25,6 +26,24 @@ TEST(FloorsFile, GoldenBytesAndRoundTrip) {
               (std::vector<std::uint8_t>{0x00, 0x00, 0x48, 0x41}));
     EXPECT_EQ(readFloors(dir.path()), list);
     EXPECT_EQ(beamFileName(12), "BEAMS.12");
+}
+
+TEST(FloorsFile, DamagedFilesAreReportedNotShortened) {
+    test::TempDir dir;
+    writeFloors(dir.path(), {{1, "Ground", 0.0f, 15.0f}, {2, "Roof", 3.2f, 15.0f}});
+    std::string bytes = test::readBytes(dir / "CIELS.DAT");
+    // Cut in the middle of record 2: floor 2 must not silently vanish.
+    test::writeBytes(dir / "CIELS.DAT", bytes.substr(0, 46));
+    EXPECT_THROW(readFloors(dir.path()), FileError);
+    // Floor number 0 in record 2 (offset 31 + 1): no floor can have it.
+    bytes[32] = 0;
+    test::writeBytes(dir / "CIELS.DAT", bytes);
+    try {
+        readFloors(dir.path());
+        FAIL() << "floor 0 was read";
+    } catch (const FileError& e) {
+        EXPECT_NE(std::string(e.what()).find("Floor number 0"), std::string::npos) << e.what();
+    }
 }
 
 TEST(FloorsChecks, RefuseBadNumbersAndValues) {
