@@ -91,9 +91,11 @@ FlexureResult designFlexure(const SectionGeometry& section, double muTm, bool ho
                             const FlexureSettings& settings, const DesignMaterials& materials);
 
 /// The tension-steel ratio of step "rho = 0.85 Fc / FY (1 - sqrt(1 - 2.61 M / (Fc b d²)))";
-/// negative when the square root has no real value (the width cannot carry M alone).
+/// negative when the square root has no real value (the width cannot carry M alone). 2.61 is
+/// 2.353 / 0.9: with another strength reduction factor phi it becomes 2.61 × 0.9 / phi, so
+/// that the steel carries M / phi as the limit moment M1 assumes (2.61 itself at 0.9).
 double tensionRatio(double momentKgCm, double widthCm, double depthCm, double fcKgCm2,
-                    double fyKgCm2);
+                    double fyKgCm2, double phi = 0.9);
 
 /// How the ends of a span are held, for the minimum depth.
 struct SpanEndConditions {
