@@ -315,6 +315,10 @@ std::string deflectionListing(const DeflectionResult& r) {
     out += "Es  =" + val(kSteelModulusKgCm2) + " (kg/cm2)\n";
     out += "N =Es / Ec = " + val(r.n, "####.###") + "\n";
     out += "TF = 0.305 * Log(months) + 0.654 = " + val(r.tf, "####.###") + "\n";
+    if (r.tf >= kFinalTimeFactor) {
+        out += "TF is held at its final value " + val(kFinalTimeFactor, "#.###").substr(1) +
+               " (creep and shrinkage end after about five years)\n";
+    }
     out += "Allowed deflection = L/" + val(r.divisor, "#####").substr(1) + "\n\n";
 
     out += "MAXIMUM SERVICE MOMENT FOR JOINTS\n";

@@ -15,7 +15,9 @@ double timeFactor(double durationMonths) {
     // ln of less than one month would turn the factor below its one-month value (and ln 0
     // has none): the shortest duration counted is one month.
     const double months = std::isfinite(durationMonths) ? std::max(durationMonths, 1.0) : 1.0;
-    return 0.305 * std::log(months) + 0.654;
+    // Creep and shrinkage level off: the ACI time-dependent factor ends at 2.0 (five years
+    // and more), which the logarithm would pass at about 83 months.
+    return std::min(0.305 * std::log(months) + 0.654, kFinalTimeFactor);
 }
 
 GrossSection grossSection(const SectionGeometry& section, double frKgCm2) {

@@ -21,7 +21,10 @@ struct DeflectionSettings {
 
 inline constexpr double kDeflDivisorFallback = 240.0;
 
-/// TF = 0.305 ln(months) + 0.654, months taken as at least 1.
+/// The largest time factor: the ACI factor for five years and more.
+inline constexpr double kFinalTimeFactor = 2.0;
+
+/// TF = 0.305 ln(months) + 0.654, months taken as at least 1, TF at most kFinalTimeFactor.
 double timeFactor(double durationMonths);
 
 /// Gross section of the report: a flanged section with its flange on top (cg measured from

@@ -35,6 +35,9 @@ TEST(LongTermDeflection, TimeFactor) {
     EXPECT_DOUBLE_EQ(timeFactor(1.0), 0.654);
     EXPECT_DOUBLE_EQ(timeFactor(0.0), 0.654); // no logarithm of zero: one month at least
     EXPECT_NEAR(timeFactor(60.0), 0.305 * 4.0943446 + 0.654, 1e-7);
+    // The logarithm reaches 2.0 at exp(1.346 / 0.305) = 82.5 months; ten years stay at 2.0.
+    EXPECT_NEAR(timeFactor(82.0), 0.305 * std::log(82.0) + 0.654, 1e-12);
+    EXPECT_DOUBLE_EQ(timeFactor(120.0), 2.0);
 }
 
 TEST(LongTermDeflection, GrossSectionsOfARectangleAndATee) {
