@@ -106,10 +106,17 @@ TEST_F(CliSteel, BadStoresAndAMissingBarTableStopWithOneSentence) {
     EXPECT_NE(legacy.err.find("steel import"), std::string::npos) << legacy.err;
     EXPECT_FALSE(fs::exists(project() / "Iron.db"));
 
-    fs::remove(home() / "GENERAL" / "ROUNDBAR.DAT");
+    // A table file whose only record is not in use holds no bars: the user's table is asked
+    // for. No table file at all: the built-in one, with a note.
+    fs::remove(project() / "Iron.MDB");
+    test::writeBytes(home() / "GENERAL" / "ROUNDBAR.DAT", std::string(45, ' '));
     const auto noBars = run({"steel", "report", project().string()});
     EXPECT_EQ(noBars.code, 1);
     EXPECT_NE(noBars.err.find("holds no bars"), std::string::npos) << noBars.err;
+    fs::remove(home() / "GENERAL" / "ROUNDBAR.DAT");
+    const auto builtIn = run({"steel", "report", project().string()});
+    EXPECT_EQ(builtIn.code, 0) << builtIn.err;
+    EXPECT_NE(builtIn.err.find("built-in table is used"), std::string::npos) << builtIn.err;
 }
 
 } // namespace
