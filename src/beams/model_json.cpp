@@ -53,7 +53,7 @@ float toSingle(const json& v, const std::string& where, const std::string& key) 
     const double d = v.get<double>();
     const auto f = static_cast<float>(d);
     if (!std::isfinite(d) || !std::isfinite(f)) {
-        fail(where, fmt::format("{} is not a finite number", key));
+        fail(where, fmt::format("{} is far too large a number", key));
     }
     return f;
 }
@@ -70,8 +70,11 @@ float optionalSingle(const json& obj, const std::string& where, const char* key,
 }
 
 std::int16_t toInt16(const json& v, const std::string& where, const std::string& key) {
-    if (!v.is_number_integer() || v.get<std::int64_t>() < -32768 || v.get<std::int64_t>() > 32767) {
+    if (!v.is_number_integer()) {
         fail(where, fmt::format("{} must be a whole number", key));
+    }
+    if (v.get<std::int64_t>() < -32768 || v.get<std::int64_t>() > 32767) {
+        fail(where, fmt::format("{} must be a whole number from -32768 to 32767", key));
     }
     return static_cast<std::int16_t>(v.get<std::int64_t>());
 }
@@ -469,8 +472,17 @@ json readJsonFile(const fs::path& path) {
     }
     try {
         return json::parse(bytes->begin(), bytes->end());
-    } catch (const json::parse_error& e) {
-        throw FileError(path, std::string("The file is not valid JSON: ") + e.what());
+    } catch (const json::exception& e) {
+        // The parser's words without its "[json.exception.parse_error.101] parse error" tag:
+        // "at line 3, column 5: syntax error while parsing object - ...".
+        std::string what = e.what();
+        if (const auto tag = what.find("] "); what.starts_with("[json.") && tag != what.npos) {
+            what.erase(0, tag + 2);
+        }
+        if (what.starts_with("parse error ")) {
+            what.erase(0, 12);
+        }
+        throw FileError(path, "The file is not valid JSON: " + what);
     }
 }
 

@@ -76,7 +76,7 @@ TEST(ModelJsonRead, MessagesNameBeamSpanAndField) {
         {"not a number", "/floors/0/beams/0/spans/0/loads/0/dead", "NaN",
          "Floor 1, beam 1 (B1), span 1, load 1: dead must be a number."},
         {"overflow", "/floors/0/beams/0/fc", 1e39,
-         "Floor 1, beam 1 (B1): fc is not a finite number."},
+         "Floor 1, beam 1 (B1): fc is far too large a number."},
         {"unknown kind", "/floors/0/beams/0/spans/1/loads/0/kind", "snow",
          "Floor 1, beam 1 (B1), span 2, load 1: kind \"snow\" is not one of"},
         {"misspelt field", "/floors/0/beams/0/spans/1/loads/1/a", 1,

@@ -101,6 +101,21 @@ TEST_F(CliModel, BadModelIsRefusedAndNothingWritten) {
     EXPECT_NE(r.err.find("Floor 1, beam 2 (B1), span 2: section kind 9"), std::string::npos)
         << r.err;
     EXPECT_TRUE(fs::is_empty(a));
+
+    // A file cut short, and a number no double holds: one sentence with the place, in the
+    // program's words rather than the parser's tags.
+    std::string text = model.dump(1);
+    test::writeBytes(m_dir / "cut.json", text.substr(0, text.size() / 2));
+    const CliRun cut = run({"import", a.string(), (m_dir / "cut.json").string()});
+    EXPECT_EQ(cut.code, 1);
+    EXPECT_NE(cut.err.find("The file is not valid JSON: at line "), std::string::npos) << cut.err;
+    EXPECT_EQ(cut.err.find("json.exception"), std::string::npos) << cut.err;
+    test::writeBytes(m_dir / "huge.json", R"({"format": "orvak-model", "version": 1e400})");
+    const CliRun huge = run({"import", a.string(), (m_dir / "huge.json").string()});
+    EXPECT_EQ(huge.code, 1);
+    EXPECT_NE(huge.err.find("The file is not valid JSON"), std::string::npos) << huge.err;
+    EXPECT_EQ(huge.err.find("json.exception"), std::string::npos) << huge.err;
+    EXPECT_TRUE(fs::is_empty(a));
 }
 
 TEST_F(CliBeam, TwoSpanFullLoadMatchesClosedForm) {
