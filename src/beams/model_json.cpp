@@ -3,6 +3,7 @@
 #include "beams/model_json.h"
 
 #include <charconv>
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -91,6 +92,10 @@ std::string singleByteText(const json& obj, const std::string& where, const char
     const std::string bytes = core::fromUtf8(utf8, core::CodePage::Windows1252);
     if (core::toUtf8(bytes, core::CodePage::Windows1252) != utf8) {
         fail(where, fmt::format("{} holds a character that the project files cannot keep", key));
+    }
+    if (std::any_of(bytes.begin(), bytes.end(),
+                    [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; })) {
+        fail(where, fmt::format("{} holds a control character (a line break, a tab ...)", key));
     }
     if (bytes.size() > width) {
         fail(where, fmt::format("{} is longer than {} characters", key, width));

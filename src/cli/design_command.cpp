@@ -8,7 +8,9 @@
 
 #include "beams/beam_job.h"
 #include "beams/load_cases.h"
+#include "cli/cli_support.h"
 #include "cli/commands.h"
+#include "core/codepage.h"
 #include "core/error.h"
 #include "core/file_util.h"
 #include "floors/floors.h"
@@ -41,11 +43,8 @@ std::string statusWord(beams::BeamJobStatus status) {
 }
 
 int runDesign(const DesignOptions& o) {
-    std::error_code ec;
-    if (!fs::is_directory(o.project, ec)) {
-        throw InputError(fmt::format("There is no project folder at {}.", o.project));
-    }
-    const fs::path project(o.project);
+    const fs::path project = existingProject(o.project, true);
+    const core::CodePage page = configuredCodePage();
     const fs::path programFolder = shell::resolveProgramFolder(std::getenv);
     const fs::path general = core::resolveNoCase(programFolder, shell::kGeneralFolderName);
     const beams::DesignBarTable bars = beams::designBarTable(general);
@@ -78,7 +77,8 @@ int runDesign(const DesignOptions& o) {
             const std::string problem = beams::validateBeam(record);
             if (!problem.empty()) {
                 throw InputError(fmt::format("Floor {}, beam {} ({}): {}. Nothing was designed.",
-                                             record.floor, record.number, record.name, problem));
+                                             record.floor, record.number,
+                                             core::toUtf8(record.name, page), problem));
             }
             chosen.push_back(std::move(record));
         }
@@ -99,8 +99,8 @@ int runDesign(const DesignOptions& o) {
         const beams::BeamJobResult r = beams::designBeamRecord(project, record, barTable, o.scheme);
         ++designed;
         std::cout << fmt::format("Floor {}, beam {} {}: {}, {} listings, {} steel items\n",
-                                 r.floor, r.number, r.name, statusWord(r.status), r.files.size(),
-                                 r.steelItems);
+                                 r.floor, r.number, core::toUtf8(r.name, page),
+                                 statusWord(r.status), r.files.size(), r.steelItems);
         for (const auto& m : r.messages) {
             std::cout << "  " << m << "\n";
         }
@@ -124,8 +124,10 @@ void addDesignCommands(CLI::App& app, CommandContext& context) {
                   "Exit code 2 when a beam fails a check.");
     design->add_option("project", o->project, "Project folder (a folder ending in .prj)")
         ->required();
-    design->add_option("--floor", o->floor, "Only this floor (default: every floor)");
-    design->add_option("--beam", o->beam, "Only beams of this number (default: every beam)");
+    design->add_option("--floor", o->floor, "Only this floor (default: every floor)")
+        ->check(CLI::Range(1, floors::kMaxFloorNumber));
+    design->add_option("--beam", o->beam, "Only beams of this number (default: every beam)")
+        ->check(CLI::Range(1, 32767));
     design
         ->add_option("--scheme", o->scheme,
                      fmt::format("Load-case scheme {} to {} (default 2)", beams::kMinCaseScheme,

@@ -12,6 +12,7 @@
 #include "bars/bar_tables.h"
 #include "bars/steel_report.h"
 #include "bars/steel_store.h"
+#include "cli/cli_support.h"
 #include "cli/commands.h"
 #include "core/codepage.h"
 #include "core/error.h"
@@ -26,27 +27,6 @@ namespace fs = std::filesystem;
 namespace orvak::cli {
 
 namespace {
-
-// The language of the program folder's configuration; English when it has none.
-std::string configuredLanguage(const fs::path& programFolder) {
-    try {
-        const fs::path general = core::resolveNoCase(programFolder, shell::kGeneralFolderName);
-        if (const auto swc = core::findFileNoCase(general, shell::kSwcFile)) {
-            return shell::readSoftwareConfig(*swc).language;
-        }
-    } catch (const FileError&) {
-        // An unreadable configuration leaves the default language.
-    }
-    return "English";
-}
-
-fs::path existingProject(const std::string& folder) {
-    std::error_code ec;
-    if (!fs::is_directory(folder, ec)) {
-        throw InputError("There is no project folder at " + folder + ".");
-    }
-    return fs::path(folder);
-}
 
 // Before anything makes an empty Iron.db, the items of an old Iron.MDB are to be brought over.
 void refuseWhileLegacyPending(const fs::path& project) {

@@ -100,6 +100,8 @@ TEST(ModelJsonRead, MessagesNameBeamSpanAndField) {
          "Floor 1, beam 1 (B1), span 1: the length must be at most 50 m."},
         {"load beyond reason", "/floors/0/beams/0/spans/0/loads/0/dead", 1e9,
          "span 1, uniform load: dead and live must each lie within"},
+        {"line break in a name", "/floors/0/beams/0/name", "B1\nB2",
+         "Floor 1, beam 1 (B1\nB2): name holds a control character"},
         {"wrong version", "/version", 2, "The model: version must be 1."},
     };
     for (const Case& c : cases) {

@@ -94,6 +94,14 @@ TEST_F(CliDesign, ABadRecordStopsTheRunBeforeAnythingIsWritten) {
     const auto none = run({"design", project().string(), "--beam", "7"});
     EXPECT_EQ(none.code, 1);
     EXPECT_NE(none.err.find("No floor of the project has a beam 7."), std::string::npos);
+    // Floor and beam numbers start at 1; 0 is no shorthand for "all".
+    EXPECT_EQ(run({"design", project().string(), "--floor", "0"}).code, 1);
+    EXPECT_EQ(run({"design", project().string(), "--beam", "0"}).code, 1);
+    // A folder that is no project.
+    const auto notProject = run({"design", m_dir.path().string()});
+    EXPECT_EQ(notProject.code, 1);
+    EXPECT_NE(notProject.err.find("is not a project folder"), std::string::npos)
+        << notProject.err;
 }
 
 TEST_F(CliDesign, MissingBarTableUsesTheBuiltInOneAndABrokenOneStopsTheRun) {

@@ -1,0 +1,22 @@
+// orvak-cli: what several commands share: the project folder a command was given and the code
+// page in which the program folder's language writes its texts.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "core/codepage.h"
+
+namespace orvak::cli {
+
+/// The language of the program folder's configuration; English when it has none.
+std::string configuredLanguage(const std::filesystem::path& programFolder);
+
+/// The code page of the texts of the program folder's language (names in the project files).
+core::CodePage configuredCodePage();
+
+/// The project folder `folder`; throws InputError with one sentence when it is no folder, or,
+/// with `mustBeProject`, when its name does not end in ".prj" (any case).
+std::filesystem::path existingProject(const std::string& folder, bool mustBeProject = false);
+
+} // namespace orvak::cli
