@@ -145,7 +145,8 @@ json resultJson(const beams::BeamAnalysisResult& r) {
     const auto deflections = [](const beams::ServiceCase& s) {
         json a = json::array();
         for (const auto& d : s.maxDeflections) {
-            a.push_back(d.deflectionMm);
+            // A span that does not sag (an overhang under an uplift) reports 0, never -0.
+            a.push_back(d.deflectionMm + 0.0);
         }
         return a;
     };

@@ -118,6 +118,27 @@ TEST_F(CliModel, BadModelIsRefusedAndNothingWritten) {
     EXPECT_TRUE(fs::is_empty(a));
 }
 
+TEST_F(CliBeam, ASpanThatDoesNotSagReportsZeroNotMinusZero) {
+    // An uplift on the middle of a double overhang: the middle span rises, the unloaded
+    // overhangs dip; under live load (none) nothing moves. Zero deflections print as 0.
+    json beam = twoSpanBeam();
+    beam["spans"] = json::array();
+    for (const double length : {1.5, 6.0, 1.5}) {
+        beam["spans"].push_back({{"length_m", length},
+                                 {"section", {{"kind", 2}, {"dims_cm", {0, 0, 30, 0, 60}}}},
+                                 {"loads", json::array()}});
+    }
+    beam["spans"][1]["loads"].push_back({{"kind", "uniform"}, {"dead", -1.0}});
+    beam["supports"] = {{{"code", 0}}, {{"code", 2}}, {{"code", 2}}, {{"code", 0}}};
+    const CliRun r = run({"beam", "analyse", writeJson("up.json", beam).string(), "--json"});
+    ASSERT_EQ(r.code, 0) << r.err;
+    for (const auto& [state, spans] : json::parse(r.out)["service_deflection_mm"].items()) {
+        for (const json& d : spans) {
+            EXPECT_FALSE(d.get<double>() == 0.0 && std::signbit(d.get<double>())) << state;
+        }
+    }
+}
+
 TEST_F(CliBeam, TwoSpanFullLoadMatchesClosedForm) {
     const CliRun r =
         run({"beam", "analyse", writeJson("b.json", twoSpanBeam()).string(), "--json"});
