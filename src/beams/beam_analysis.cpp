@@ -521,6 +521,27 @@ std::string validateBeamInput(const BeamAnalysisInput& input) {
     return {};
 }
 
+SupportedRun supportedRun(const BeamAnalysisInput& input, int span) {
+    const int n = static_cast<int>(input.spans.size());
+    auto supported = [&](int j) {
+        return input.supports[static_cast<std::size_t>(j)].restrainsDisplacement;
+    };
+    SupportedRun run;
+    run.firstJoint = span;
+    while (run.firstJoint > 0 && !supported(run.firstJoint)) {
+        --run.firstJoint;
+    }
+    run.lastJoint = span + 1;
+    while (run.lastJoint < n && !supported(run.lastJoint)) {
+        ++run.lastJoint;
+    }
+    run.overhang = !supported(run.firstJoint) || !supported(run.lastJoint);
+    for (int i = run.firstJoint; i < run.lastJoint; ++i) {
+        run.lengthCm += input.spans[static_cast<std::size_t>(i)].lengthCm;
+    }
+    return run;
+}
+
 BeamAnalysisResult analyzeBeam(const BeamAnalysisInput& input) {
     return analyze(input, true, kAllServiceStates);
 }

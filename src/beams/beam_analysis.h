@@ -133,6 +133,19 @@ struct BeamAnalysisResult {
     bool ok() const { return status == AnalysisStatus::Ok; }
 };
 
+/// The stretch of beam that carries a span from one supported joint to the next: a joint
+/// without support inside it (a section change, say) does not end it. Joints are 0-based.
+/// An overhang runs from the free outer end to the first supported joint.
+struct SupportedRun {
+    int firstJoint = 0;
+    int lastJoint = 0;
+    double lengthCm = 0.0; ///< the spans of the run added up
+    bool overhang = false; ///< one end of the run is the beam's free end
+};
+
+/// The run of span `span` (0-based). Precondition: at least one joint is supported.
+SupportedRun supportedRun(const BeamAnalysisInput& input, int span);
+
 /// Checks the input; an empty string when it can be analysed, else a sentence saying what is
 /// wrong.
 std::string validateBeamInput(const BeamAnalysisInput& input);

@@ -102,6 +102,7 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
     }
 
     std::vector<double> jointAst(n + 1, 0.0), jointAsc(n + 1, 0.0);
+    std::vector<double> jointBottomAst(n + 1, 0.0), jointBottomAsc(n + 1, 0.0);
     std::vector<double> memberAst(n, 0.0), memberAsc(n, 0.0);
     for (std::size_t i = 0; i < n; ++i) {
         const SectionGeometry& sec = input.sections[i];
@@ -163,6 +164,11 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
                 r.limitBlockDepthCm[p.joint][p.place == PointPlace::Left ? 1 : 0] =
                     fp.flexure.limitBlockDepthCm;
             }
+            if (!p.hogging && p.place != PointPlace::Field) {
+                jointBottomAst[p.joint] = std::max(jointBottomAst[p.joint], fp.tensionBars.areaCm2);
+                jointBottomAsc[p.joint] =
+                    std::max(jointBottomAsc[p.joint], fp.compressionBars.areaCm2);
+            }
             if (!p.hogging && p.place == PointPlace::Field) {
                 memberAst[i] = fp.tensionBars.areaCm2;
                 memberAsc[i] = fp.compressionBars.areaCm2;
@@ -190,15 +196,19 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
             r.shearPoints.push_back(sp);
         }
 
-        const BeamSupport& left = input.model.supports[i];
-        const BeamSupport& right = input.model.supports[i + 1];
+        // The depth rule speaks of the span between the supports that hold it: a joint
+        // without support inside it does not shorten it, and an overhang is a cantilever
+        // from the free end to its support.
+        const SupportedRun run = supportedRun(input.model, static_cast<int>(i));
+        const BeamSupport& left = input.model.supports[static_cast<std::size_t>(run.firstJoint)];
+        const BeamSupport& right = input.model.supports[static_cast<std::size_t>(run.lastJoint)];
         SpanEndConditions ends;
-        ends.leftContinuous = i > 0 || left.restrainsRotation;
-        ends.rightContinuous = i + 1 < n || right.restrainsRotation;
-        ends.cantilever = !left.restrainsDisplacement || !right.restrainsDisplacement;
+        ends.leftContinuous = run.firstJoint > 0 || left.restrainsRotation;
+        ends.rightContinuous = run.lastJoint < static_cast<int>(n) || right.restrainsRotation;
+        ends.cantilever = run.overhang;
         SpanDepthCheck dc;
         dc.heightCm = sec.heightCm;
-        dc.minimumCm = minimumDepthCm(input.model.spans[i].lengthCm, ends, input.depthDivisors,
+        dc.minimumCm = minimumDepthCm(run.lengthCm, ends, input.depthDivisors,
                                       input.materials.fyKgCm2);
         dc.shallow = dc.heightCm < dc.minimumCm;
         if (dc.shallow) {
@@ -218,6 +228,8 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
     din.fcKgCm2 = input.materials.fcKgCm2;
     din.jointAst = std::move(jointAst);
     din.jointAsc = std::move(jointAsc);
+    din.jointBottomAst = std::move(jointBottomAst);
+    din.jointBottomAsc = std::move(jointBottomAsc);
     din.memberAst = std::move(memberAst);
     din.memberAsc = std::move(memberAsc);
     din.settings = input.deflection;

@@ -166,10 +166,20 @@ DeflectionResult computeLongTermDeflection(const DeflectionInput& input) {
         s.momSusKgCm = s.momDlKgCm + sus * s.momLlKgCm;
         s.momTotKgCm = s.momDlKgCm + s.momLlKgCm;
         s.gross = grossSection(sec, r.fr);
-        // Hogging: the top steel in tension, the bottom face compressed.
-        s.cracked = crackedSection(sec, sec.flangeAtBottom,
-                                   sec.heightCm - input.settings.topCoverCm, at(input.jointAst, j),
-                                   at(input.jointAsc, j), input.settings.bottomCoverCm, r.n);
+        if (service.total.forces.supportMomentsKgCm[j] > 0.0) {
+            // A joint that sags (no support under it): the bottom steel in tension, the top
+            // face compressed, as in a member.
+            s.cracked = crackedSection(sec, sec.flangeOnTop,
+                                       sec.heightCm - input.settings.bottomCoverCm,
+                                       at(input.jointBottomAst, j), at(input.jointBottomAsc, j),
+                                       input.settings.topCoverCm, r.n);
+        } else {
+            // Hogging: the top steel in tension, the bottom face compressed.
+            s.cracked = crackedSection(sec, sec.flangeAtBottom,
+                                       sec.heightCm - input.settings.topCoverCm,
+                                       at(input.jointAst, j), at(input.jointAsc, j),
+                                       input.settings.bottomCoverCm, r.n);
+        }
         s.ie = inertias(s);
         r.joints.push_back(s);
     }
@@ -186,7 +196,9 @@ DeflectionResult computeLongTermDeflection(const DeflectionInput& input) {
             at(input.memberAst, i), at(input.memberAsc, i), input.settings.topCoverCm, r.n);
         s.ie = inertias(s);
         r.members.push_back(s);
-        r.spanLengthsCm.push_back(input.model.spans[i].lengthCm);
+        // The allowed deflection is a share of the span between the supports that hold the
+        // member, not of a piece between two joints.
+        r.spanLengthsCm.push_back(supportedRun(input.model, static_cast<int>(i)).lengthCm);
     }
 
     // Averages: 0.7 of the middle and 0.15 of each end; a cantilever takes its support's Ie.
@@ -196,21 +208,22 @@ DeflectionResult computeLongTermDeflection(const DeflectionInput& input) {
         const InertiaSet& m = r.members[i].ie;
         const InertiaSet& a = r.joints[i].ie;
         const InertiaSet& b = r.joints[i + 1].ie;
-        const bool freeLeft = !input.model.supports[i].restrainsDisplacement;
-        const bool freeRight = !input.model.supports[i + 1].restrainsDisplacement;
+        // An overhang takes the Ie of the support it springs from; a joint without support
+        // inside a run is averaged like any other.
+        const SupportedRun run = supportedRun(input.model, static_cast<int>(i));
+        const bool freeLeft = run.overhang && run.firstJoint == 0 &&
+                              !input.model.supports.front().restrainsDisplacement;
+        const std::size_t root =
+            static_cast<std::size_t>(freeLeft ? run.lastJoint : run.firstJoint);
         auto mix = [&](double InertiaSet::*f) {
-            if (freeLeft) {
-                return b.*f;
-            }
-            if (freeRight) {
-                return a.*f;
+            if (run.overhang) {
+                return r.joints[root].ie.*f;
             }
             return 0.7 * m.*f + 0.15 * (a.*f + b.*f);
         };
         avg[i] = {mix(&InertiaSet::dl), mix(&InertiaSet::ll), mix(&InertiaSet::sus),
                   mix(&InertiaSet::tot)};
-        ieFromJoint[i] = freeLeft ? static_cast<int>(i) + 2 : freeRight ? static_cast<int>(i) + 1
-                                                                          : 0;
+        ieFromJoint[i] = run.overhang ? static_cast<int>(root) + 1 : 0;
     }
 
     // Immediate deflections: the elastic line of the beam again, each span with the averaged

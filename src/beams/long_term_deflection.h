@@ -98,6 +98,10 @@ struct DeflectionInput {
     std::vector<SectionGeometry> sections; ///< per span
     double fcKgCm2 = 0.0;
     std::vector<double> jointAst, jointAsc, memberAst, memberAsc;
+    /// Bottom steel at the joints and the top bars that work with it (n + 1; may be empty):
+    /// a joint that sags under the service loads (one without support inside a run) cracks
+    /// at the bottom.
+    std::vector<double> jointBottomAst, jointBottomAsc;
     DeflectionSettings settings;
 };
 
@@ -109,7 +113,7 @@ struct DeflectionResult {
     std::vector<DeflectionSection> joints;
     std::vector<DeflectionSection> members;
     std::vector<MemberDeflection> deflections;
-    std::vector<double> spanLengthsCm;
+    std::vector<double> spanLengthsCm; ///< of each member's supported run (see SupportedRun)
     std::vector<int> exceedingSpans; ///< 1-based
 };
 

@@ -83,6 +83,41 @@ TEST(BeamDesign, BarsInTwoLayersLowerTheEffectiveDepth) {
     EXPECT_NEAR(top.flexure.tensionAreaCm2, 10.676, 1e-3);
 }
 
+TEST(BeamDesign, JointsWithoutSupportInsideASpanDoNotCutIt) {
+    // Three 4 m pieces on supports only at the ends: one simple span of 12 m (a section
+    // change, say, at the inner joints). 20 + 10 kg/cm on each piece.
+    BeamDesignInput in = twoSpanDesignInput(30, 60, 60);
+    in.model.spans.push_back(in.model.spans[0]);
+    in.sections.push_back(in.sections[0]);
+    for (auto& span : in.model.spans) {
+        span.lengthCm = 400;
+    }
+    in.model.supports = {supportFromCodes(2, 0), supportFromCodes(0, 0), supportFromCodes(0, 0),
+                         supportFromCodes(2, 0)};
+    in.analysis = analyzeBeam(in.model);
+    ASSERT_TRUE(in.analysis.ok());
+    const BeamDesignResult r = designBeam(in);
+    // Minimum depth of a simple span of 12 m: 1200 / 16 = 75 cm for every piece, not the
+    // cantilever rule of a 4 m piece (50 cm).
+    for (const SpanDepthCheck& dc : r.depthChecks) {
+        EXPECT_NEAR(dc.minimumCm, 75.0, 1e-9);
+    }
+    // The allowed deflection is L/240 of the 12 m span: 5 cm.
+    EXPECT_NEAR(r.deflection.deflections.at(1).allowedCm, 5.0, 1e-9);
+    // The inner joints sag: they crack at the bottom, with the bottom bars chosen there.
+    const FlexurePoint& bottomAtJoint2 = r.flexurePoints[4 + 1]; // span 1, right, bottom
+    ASSERT_EQ(bottomAtJoint2.place, PointPlace::Right);
+    ASSERT_FALSE(bottomAtJoint2.hogging);
+    EXPECT_GT(bottomAtJoint2.flexure.momentTm, 0.0);
+    EXPECT_GE(r.deflection.joints.at(1).cracked.ast, bottomAtJoint2.tensionBars.areaCm2);
+    // Service deflection of the middle: 5 w L⁴ / (384 Ec I) with w = 30 kg/cm on the gross
+    // section is 5 × 30 × 1200⁴ / (384 × 238,752 × 540,000) = 6.2828 cm; cracking can at most
+    // about double it (Icr of the 30 × 60 with the bars chosen is above 250,000 cm⁴).
+    const double initDef = r.deflection.deflections.at(1).initDefCm;
+    EXPECT_GE(initDef, 6.2828 * (1.0 - 1e-4));
+    EXPECT_LT(initDef, 6.2828 * 540000.0 / 250000.0);
+}
+
 TEST(BeamDesign, ShallowSpansAreNamed) {
     const BeamDesignResult r = designBeam(twoSpanDesignInput(30, 30, 30));
     ASSERT_EQ(r.messages.size(), 2u);
