@@ -234,6 +234,22 @@ std::vector<bars::SteelItem> beamSteelItems(const BeamRecord& record, const Beam
                               (j < n ? into(j, j + 1) : beyondJoint(j, d));
         add(static_cast<float>(chosen->count), d, length, fmt::format("top support {}", j + 1));
     }
+    // Top bars of the field: where the field hogs they run the whole span and are anchored
+    // like the bottom bars; otherwise they are the two hangers that carry the stirrups between
+    // the support bars, lapped 40 diameters into them. A cantilever has its support's bars.
+    for (int i = 0; i < n; ++i) {
+        const FlexurePoint* p = findPoint(result, i, PointPlace::Field, true);
+        if (isCantilever(i) || !p || !p->tensionBars.found || p->tensionBars.count <= 0) {
+            continue;
+        }
+        const double d = p->tensionBars.diameterMm;
+        const double length =
+            p->flexure.tensionAreaCm2 > 0.0
+                ? spanLength(i) + beyondJoint(i, d) + beyondJoint(i + 1, d)
+                : (1.0 - 2.0 * kTopBarSpanFraction) * spanLength(i) + 2.0 * anchorageCm(d);
+        add(static_cast<float>(p->tensionBars.count), d, length,
+            fmt::format("top span {}", i + 1));
+    }
     // Stirrups: the closest spacing of the span's points over the whole span.
     for (int i = 0; i < n; ++i) {
         const ShearResult* governing = nullptr;

@@ -61,8 +61,8 @@ BeamDesignInput designInputFromRecord(const BeamRecord& record, BeamAnalysisInpu
 std::string listingBaseName(const BeamRecord& record);
 
 /// The bar items of a designed beam, marks running from 1: per span the bottom bars of the
-/// field, per support the top bars, per span the stirrups (and the inner stirrups of four
-/// legs). Lengths in cm (see docs/decisions.md).
+/// field, per support the top bars, per span the top bars of the field, per span the stirrups
+/// (and the inner stirrups of four legs). Lengths in cm (see docs/decisions.md).
 std::vector<bars::SteelItem> beamSteelItems(const BeamRecord& record, const BeamDesignInput& input,
                                             const BeamDesignResult& result);
 

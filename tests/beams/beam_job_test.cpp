@@ -66,10 +66,10 @@ TEST_F(BeamJob, DesignWritesListingsCaseFilesAndTheSteelOfThatBeamOnly) {
 
     bars::IronDatabase db = bars::OpenIronDatabase(project());
     const auto items = db.itemsByMark(kBeamSteelKind, "B1");
-    // Bottom bars of two spans, top bars over three supports, stirrups of two spans (two
-    // legs: the web of 30 cm is below the four-leg width of 40 cm).
-    ASSERT_EQ(items.size(), 7u);
-    EXPECT_EQ(db.itemCount(), 7u); // nothing of beam 2
+    // Bottom bars of two spans, top bars over three supports, top bars of two fields,
+    // stirrups of two spans (two legs: the web of 30 cm is below the four-leg width of 40 cm).
+    ASSERT_EQ(items.size(), 9u);
+    EXPECT_EQ(db.itemCount(), 9u); // nothing of beam 2
     for (const auto& item : items) {
         EXPECT_EQ(item.slab, 1);
         EXPECT_EQ(item.beam, 1);
@@ -79,7 +79,13 @@ TEST_F(BeamJob, DesignWritesListingsCaseFilesAndTheSteelOfThatBeamOnly) {
     // The top bars over the middle support reach 0.3 of each 600 cm span: 180 + 180 cm.
     EXPECT_EQ(items[3].description, "top support 2");
     EXPECT_FLOAT_EQ(items[3].lengthCm, 360.0f);
-    EXPECT_EQ(r.steelItems, 7u);
+    // The field of span 1 never hogs (the moment of a propped span under uniform load is
+    // wL²(3/8 · 3/4 - 9/32) = 0 at its three-quarter point and positive before): two
+    // hangers over the middle 0.4 × 600 = 240 cm, lapped 40 diameters into the support bars.
+    EXPECT_EQ(items[5].description, "top span 1");
+    EXPECT_FLOAT_EQ(items[5].quantity, 2.0f);
+    EXPECT_FLOAT_EQ(items[5].lengthCm, 240.0f + 2 * 40 * items[5].diameterMm / 10.0f);
+    EXPECT_EQ(r.steelItems, 9u);
 }
 
 TEST_F(BeamJob, BarsEndInsideTheConcreteAndACantileversTopBarsReachItsTip) {
@@ -111,6 +117,30 @@ TEST_F(BeamJob, BarsEndInsideTheConcreteAndACantileversTopBarsReachItsTip) {
     EXPECT_FLOAT_EQ(byName["top support 1"].lengthCm, std::ceil(17.5 + 12 * dt + 180 - 1e-6));
 }
 
+TEST_F(BeamJob, AFieldThatHogsGetsTopBarsOverItsWholeLength) {
+    // 8, 2 and 8 m under 3 t/m: the short middle span hogs from end to end (its moment stays
+    // below -wL²/8 = -1.5 t·m of its own load against support moments near -20 t·m), so its
+    // top bars run the whole 200 cm and 40 diameters past both inner joints.
+    nlohmann::json model = nlohmann::json::parse(twoBeamModel());
+    nlohmann::json& b1 = model["floors"][0]["beams"][0];
+    b1["spans"].push_back(b1["spans"][0]);
+    b1["spans"][0]["length_m"] = 8.0;
+    b1["spans"][1]["length_m"] = 2.0;
+    b1["spans"][2]["length_m"] = 8.0;
+    b1["supports"].push_back(b1["supports"][0]);
+    import(model.dump());
+    designStoredBeam(project(), general(), 1, 1, 2);
+    bars::IronDatabase db = bars::OpenIronDatabase(project());
+    std::map<std::string, bars::SteelItem> byName;
+    for (const auto& item : db.itemsByMark(kBeamSteelKind, "B1")) {
+        byName[item.description] = item;
+    }
+    ASSERT_TRUE(byName.count("top span 2"));
+    const double db2 = byName["top span 2"].diameterMm / 10.0;
+    EXPECT_FLOAT_EQ(byName["top span 2"].lengthCm, std::ceil(200 + 2 * 40 * db2 - 1e-6));
+    EXPECT_GT(byName["top span 2"].quantity, 0.0f);
+}
+
 TEST_F(BeamJob, ASecondRunReplacesTheBeamsItemsAndKeepsOthers) {
     import(twoBeamModel());
     {
@@ -135,10 +165,10 @@ TEST_F(BeamJob, ASecondRunReplacesTheBeamsItemsAndKeepsOthers) {
     designStoredBeam(project(), general(), 1, 1, 2);
     designStoredBeam(project(), general(), 1, 1, 2);
     bars::IronDatabase db = bars::OpenIronDatabase(project());
-    EXPECT_EQ(db.itemsByMark(kBeamSteelKind, "B1").size(), 7u);
+    EXPECT_EQ(db.itemsByMark(kBeamSteelKind, "B1").size(), 9u);
     EXPECT_FALSE(db.findItem(bars::makeMainKey(1, 1, 1, 99, 0)));
     EXPECT_TRUE(db.findItem(bars::makeMainKey(3, 0, 5, 1, 0)));
-    EXPECT_EQ(db.itemCount(), 8u);
+    EXPECT_EQ(db.itemCount(), 10u);
 }
 
 TEST_F(BeamJob, BeamsOfTheSameNameOnTwoFloorsKeepTheirOwnListings) {
