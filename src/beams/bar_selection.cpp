@@ -40,6 +40,11 @@ BarChoice selectBars(double areaCm2, double widthCm, std::span<const bars::BarPr
             (settings.maxDiameterMm > 0.0 && dia > settings.maxDiameterMm)) {
             continue;
         }
+        if (!settings.allowedDiametersMm.empty() &&
+            std::find(settings.allowedDiametersMm.begin(), settings.allowedDiametersMm.end(),
+                      dia) == settings.allowedDiametersMm.end()) {
+            continue;
+        }
         const int perLayer = barsPerLayer(widthCm, dia, settings);
         if (perLayer < 2) {
             continue;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <span>
+#include <vector>
 
 #include "bars/bar_tables.h"
 
@@ -16,6 +17,8 @@ struct BarSelectionSettings {
     double minClearSpacingCm = 2.5; ///< ACI clear spacing: the larger of this and one bar
     int minBars = 2;                ///< corner bars of the stirrups
     int maxLayers = 3;
+    /// The diameters the engineer allows (mm); empty: every diameter of the table.
+    std::vector<double> allowedDiametersMm;
 };
 
 struct BarChoice {

@@ -131,12 +131,18 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
             // Bars in two or three layers have their centroid above the first layer's: the
             // point is designed again with d reduced by that offset until the choice holds.
             // The offset only grows with the steel, and three layers bound it.
+            // The face's own least bars: their count and diameter bound the choice.
+            const BeamDesignInput::MinimumBars& least =
+                p.hogging ? input.minTopBars : input.minBottomBars;
+            BarSelectionSettings faceBars = input.bars;
+            faceBars.minBars = std::max(faceBars.minBars, least.count);
+            faceBars.minDiameterMm = std::max(faceBars.minDiameterMm, least.diameterMm);
             FlexureSettings flexure = input.flexure;
             for (int pass = 0; pass < kMaxLayerPasses; ++pass) {
                 fp.flexure = designFlexure(sec, mu, p.hogging, flexure, input.materials);
                 fp.tensionBars = selectBars(fp.flexure.tensionAreaCm2, sec.webWidthCm,
-                                            input.barTable, input.bars);
-                const double offset = layerCentroidOffsetCm(fp.tensionBars, input.bars);
+                                            input.barTable, faceBars);
+                const double offset = layerCentroidOffsetCm(fp.tensionBars, faceBars);
                 if (offset <= flexure.coverCm - input.flexure.coverCm + 1e-9) {
                     break;
                 }

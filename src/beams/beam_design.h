@@ -29,6 +29,13 @@ struct BeamDesignInput {
     DesignMaterials materials;
     FlexureSettings flexure;
     BarSelectionSettings bars;
+    /// The least bars of a face wherever it is designed (`MINUPSQ`, `MINUPSD` on top,
+    /// `MINDNSQ`, `MINDNSD` at the bottom): at least that many bars of at least that
+    /// diameter. 0: no minimum beyond the two corner bars.
+    struct MinimumBars {
+        int count = 0;
+        double diameterMm = 0.0;
+    } minTopBars, minBottomBars;
     ShearSettings shear;
     DeflectionSettings deflection;
     DepthDivisors depthDivisors; ///< the beam rows of `THIKTXT`

@@ -105,6 +105,13 @@ BeamDesignInput designInputFromRecord(const BeamRecord& record, BeamAnalysisInpu
     if (s.MINDIST > 0) {
         in.bars.minClearSpacingCm = s.MINDIST;
     }
+    for (const float d : s.DSTXT) {
+        if (d > 0) {
+            in.bars.allowedDiametersMm.push_back(d);
+        }
+    }
+    in.minTopBars = {std::max<int>(s.MINUPSQ, 0), std::max<double>(s.MINUPSD, 0.0)};
+    in.minBottomBars = {std::max<int>(s.MINDNSQ, 0), std::max<double>(s.MINDNSD, 0.0)};
 
     in.shear.shearFi = s.ShearFiTxt;
     in.shear.vsMin = s.VsMinTxt;

@@ -207,6 +207,11 @@ std::string validateBeam(const BeamRecord& b) {
     if (!settingsProblem.empty()) {
         return settingsProblem;
     }
+    if (b.settings.MAXDCALC > 0.0f && b.settings.MINDCALC > b.settings.MAXDCALC) {
+        return fmt::format("the smallest main-bar diameter MINDCALC ({} mm) is larger than the "
+                           "largest, MAXDCALC ({} mm)",
+                           b.settings.MINDCALC, b.settings.MAXDCALC);
+    }
     // The dead load always acts, and so does the live load of the span a case loads: a factor
     // of 0 there would design the beam for no load at all.
     if (!(b.settings.FACDEADL[0] > 0.0f && b.settings.FACDEADL[1] > 0.0f)) {

@@ -144,6 +144,29 @@ TEST_F(BeamJob, AFieldThatHogsGetsTopBarsOverItsWholeLength) {
     EXPECT_GT(byName["top span 2"].quantity, 0.0f);
 }
 
+TEST_F(BeamJob, TheBarSettingsBoundEveryChoice) {
+    // At least three top bars of 16 mm, and 16 mm the only main bar allowed: the pinned end
+    // supports, with no moment, get three 16 mm bars, and every other bar is 16 mm too.
+    nlohmann::json model = nlohmann::json::parse(twoBeamModel());
+    model["floors"][0]["beams"][0]["settings"] = {
+        {"MINUPSQ", 3}, {"MINUPSD", 16}, {"DSTXT", {16, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}}};
+    import(model.dump());
+    designStoredBeam(project(), general(), 1, 1, 2);
+    bars::IronDatabase db = bars::OpenIronDatabase(project());
+    for (const auto& item : db.itemsByMark(kBeamSteelKind, "B1")) {
+        if (item.description.starts_with("stirrups")) {
+            continue;
+        }
+        EXPECT_FLOAT_EQ(item.diameterMm, 16.0f) << item.description;
+        if (item.description == "top support 1") {
+            EXPECT_FLOAT_EQ(item.quantity, 3.0f);
+        }
+    }
+    // A smallest diameter above the largest cannot be met: refused with the reason.
+    model["floors"][0]["beams"][0]["settings"] = {{"MINDCALC", 25}, {"MAXDCALC", 10}};
+    EXPECT_THROW(modelFromJson(model), InputError);
+}
+
 TEST_F(BeamJob, ASecondRunReplacesTheBeamsItemsAndKeepsOthers) {
     import(twoBeamModel());
     {
