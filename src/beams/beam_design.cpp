@@ -239,7 +239,24 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
     din.memberAst = std::move(memberAst);
     din.memberAsc = std::move(memberAsc);
     din.settings = input.deflection;
-    r.deflection = computeLongTermDeflection(din);
+    // Cracked sections need the bars of every point: where a point found none, deflections
+    // worked out without its steel would be numbers of no meaning.
+    std::vector<int> barless;
+    for (const FlexurePoint& fp : r.flexurePoints) {
+        if (!fp.tensionBars.found &&
+            (barless.empty() || barless.back() != fp.span + 1)) {
+            barless.push_back(fp.span + 1);
+        }
+    }
+    if (barless.empty()) {
+        r.deflection = computeLongTermDeflection(din);
+    } else {
+        r.deflection = DeflectionResult{};
+        r.deflection.ok = false;
+        r.deflection.message = "The long time deflection is not computed: no bars of the bar "
+                               "table fit span(s)" +
+                               spanList(barless) + ".";
+    }
     if (!r.deflection.ok) {
         r.failures.push_back(r.deflection.message);
     } else if (!r.deflection.exceedingSpans.empty()) {

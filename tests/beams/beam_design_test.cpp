@@ -118,6 +118,18 @@ TEST(BeamDesign, JointsWithoutSupportInsideASpanDoNotCutIt) {
     EXPECT_LT(initDef, 6.2828 * 540000.0 / 250000.0);
 }
 
+TEST(BeamDesign, NoDeflectionsAreMadeUpWhereNoBarsFit) {
+    // A 10 cm web: 10 - 5 - 1.6 = 3.4 cm inside, not room for two 10 mm bars with 2.5 cm
+    // between them. Every point fails, and the deflection says why it is not computed.
+    const BeamDesignResult r = designBeam(twoSpanDesignInput(10, 60, 60));
+    EXPECT_FALSE(r.ok());
+    EXPECT_FALSE(r.deflection.ok);
+    EXPECT_EQ(r.deflection.message,
+              "The long time deflection is not computed: no bars of the bar table fit span(s) 1, "
+              "2.");
+    EXPECT_TRUE(r.deflection.deflections.empty());
+}
+
 TEST(BeamDesign, ShallowSpansAreNamed) {
     const BeamDesignResult r = designBeam(twoSpanDesignInput(30, 30, 30));
     ASSERT_EQ(r.messages.size(), 2u);
