@@ -207,6 +207,11 @@ std::string validateBeam(const BeamRecord& b) {
     if (!settingsProblem.empty()) {
         return settingsProblem;
     }
+    // A strength reduction factor only reduces: above 1 it can only be a slip (9 for 0.9).
+    if (b.settings.MomFiTxt > 1.0f || b.settings.ShearFiTxt > 1.0f) {
+        return "the strength reduction factors MomFiTxt and ShearFiTxt must not be above 1 "
+               "(0 stands for the code's value)";
+    }
     if (b.settings.MAXDCALC > 0.0f && b.settings.MINDCALC > b.settings.MAXDCALC) {
         return fmt::format("the smallest main-bar diameter MINDCALC ({} mm) is larger than the "
                            "largest, MAXDCALC ({} mm)",

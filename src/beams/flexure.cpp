@@ -71,7 +71,7 @@ RectangleSteel designRectangle(double mu, double b, double d, double dPrime,
     if (mu <= 0.0) {
         return out;
     }
-    const double rho = tensionRatio(mu, b, d, mat.fcKgCm2, mat.fyKgCm2, lim.phi);
+    const double rho = tensionRatio(mu, b, d, mat.fcKgCm2, mat.fyKgCm2);
     if (mu <= out.m1 && rho >= 0.0) {
         out.branch = FlexureBranch::TensionOnly;
         out.as = rho * b * d;
@@ -94,9 +94,8 @@ RectangleSteel designRectangle(double mu, double b, double d, double dPrime,
 } // namespace
 
 double tensionRatio(double momentKgCm, double widthCm, double depthCm, double fcKgCm2,
-                    double fyKgCm2, double phi) {
-    const double k = phi > 0.0 ? 2.61 * 0.9 / phi : 2.61;
-    const double arg = 1.0 - k * momentKgCm / (fcKgCm2 * widthCm * depthCm * depthCm);
+                    double fyKgCm2) {
+    const double arg = 1.0 - 2.61 * momentKgCm / (fcKgCm2 * widthCm * depthCm * depthCm);
     if (arg < 0.0) {
         return -1.0;
     }
@@ -161,13 +160,14 @@ FlexureResult designFlexure(const SectionGeometry& section, double muTm, bool ho
         r.limitBlockDepthCm = ductile.aLimit;
         if (mu > 0.0 && mu <= m1) {
             r.branch = FlexureBranch::TensionOnly;
-            r.tensionAreaCm2 = tensionRatio(mu, bFlange, d, fc, fy, lim.phi) * bFlange * d;
+            r.tensionAreaCm2 = tensionRatio(mu, bFlange, d, fc, fy) * bFlange * d;
         } else if (mu > m1) {
-            // 2.61 × 0.375 < 1: the ratio at the limit always exists. The couple's compression
-            // bars work at the stress their strain at c = FacRmax × c b allows.
+            // M1 is at most the ductile limit, where the ratio formula always has a root. The
+            // couple's compression bars work at the stress their strain at c = FacRmax × c b
+            // allows.
             r.branch = FlexureBranch::Shortcut;
             const double as2 = (mu - m1) / (lim.phi * fy * (d - dPrime));
-            r.tensionAreaCm2 = tensionRatio(m1, bFlange, d, fc, fy, lim.phi) * bFlange * d + as2;
+            r.tensionAreaCm2 = tensionRatio(m1, bFlange, d, fc, fy) * bFlange * d + as2;
             const CompressionBars bars =
                 compressionBars(as2, lim.facRmax * core::balancedTerm(fy) * d, dPrime, materials);
             r.compressionAreaCm2 = bars.asc;
@@ -178,7 +178,7 @@ FlexureResult designFlexure(const SectionGeometry& section, double muTm, bool ho
         }
     } else if (flangeCompressed && bFlange > bw && section.flangeThicknessCm > 0.0) {
         const double t = std::min(section.flangeThicknessCm, d);
-        const double rho = mu > 0.0 ? tensionRatio(mu, bFlange, d, fc, fy, lim.phi) : 0.0;
+        const double rho = mu > 0.0 ? tensionRatio(mu, bFlange, d, fc, fy) : 0.0;
         const double asWide = rho * bFlange * d;
         const double aWide = asWide * fy / (0.85 * fc * bFlange);
         // Limit of the full-width block, for the record.

@@ -56,7 +56,8 @@ enum class FlexureBranch {
     TensionOnly,      ///< rectangle (or T with the stress block in the flange), tension steel
     FlangedTension,   ///< flange overhang couple plus the web, tension steel only
     CompressionSteel, ///< the limit moment exceeded: a steel couple over d - d'
-    Shortcut,         ///< the rib's limit 0.375 b d² Fc, with a couple for the excess
+    Shortcut,         ///< a rib past its limit (the smaller of 0.375 b d² Fc and the ductile
+                      ///< limit), with a couple for the excess
 };
 
 enum class FlexureStatus {
@@ -72,8 +73,8 @@ struct FlexureResult {
     double momentTm = 0.0;               ///< the design moment (absolute), t·m
     double effectiveDepthCm = 0.0;       ///< d
     double compressionWidthCm = 0.0;     ///< width of the compression face used
-    double limitMomentTm = 0.0;          ///< M1 of the tension-only limit (or the shortcut), t·m
-    double limitBlockDepthCm = 0.0;      ///< stress-block depth a at the limit, cm (0: shortcut)
+    double limitMomentTm = 0.0;          ///< M1 of the tension-only limit, t·m
+    double limitBlockDepthCm = 0.0;      ///< stress-block depth a at the ductile limit, cm
     double tensionAreaCm2 = 0.0;         ///< required As, rho min included
     double compressionAreaCm2 = 0.0;     ///< required A's (0 when not needed)
     double compressionStressKgCm2 = 0.0; ///< stress of the compression steel (<= FY)
@@ -92,10 +93,9 @@ FlexureResult designFlexure(const SectionGeometry& section, double muTm, bool ho
 
 /// The tension-steel ratio of step "rho = 0.85 Fc / FY (1 - sqrt(1 - 2.61 M / (Fc b d²)))";
 /// negative when the square root has no real value (the width cannot carry M alone). 2.61 is
-/// 2.353 / 0.9: with another strength reduction factor phi it becomes 2.61 × 0.9 / phi, so
-/// that the steel carries M / phi as the limit moment M1 assumes (2.61 itself at 0.9).
+/// 2.353 / 0.9 and stays as it is whatever the phi setting (phi enters the limit moment M1).
 double tensionRatio(double momentKgCm, double widthCm, double depthCm, double fcKgCm2,
-                    double fyKgCm2, double phi = 0.9);
+                    double fyKgCm2);
 
 /// How the ends of a span are held, for the minimum depth.
 struct SpanEndConditions {

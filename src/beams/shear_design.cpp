@@ -89,8 +89,12 @@ ShearResult designShear(const ShearPointInput& point, const ShearSettings& setti
     for (int step = 0;; ++step) {
         r.diameterMm = dia;
         r.avCm2 = legArea(r.legs, dia);
-        r.spacingCm = r.vsKg > 0.0 ? std::min(r.avCm2 * fy * d / r.vsKg, maxSpacing) : maxSpacing;
-        if (r.spacingCm >= minSpacing) {
+        // The strength asks for s = Av FY d / Vs; only that spacing may call for a larger
+        // stirrup. The code's cap may lie below the minimum spacing: then it holds as it is,
+        // since a larger stirrup would not widen it.
+        const double strength = r.vsKg > 0.0 ? r.avCm2 * fy * d / r.vsKg : maxSpacing;
+        r.spacingCm = std::min(strength, maxSpacing);
+        if (strength >= minSpacing) {
             break;
         }
         if (dia + 2.0 > lastDia || step >= kMaxStirrupSteps) {

@@ -155,6 +155,8 @@ TEST(BeamRecordChecks, NameTheSpanAndField) {
     EXPECT_EQ(problem([](BeamRecord& b) { b.settings.FACDAYNL[1] = -1.7f; }),
               "the setting FACDAYNL must be a number of 0 or more");
     EXPECT_EQ(problem([](BeamRecord& b) { b.settings.MomFiTxt = -1.0f; }), "");
+    EXPECT_NE(problem([](BeamRecord& b) { b.settings.MomFiTxt = 9.0f; }).find("above 1"),
+              std::string::npos);
 }
 
 TEST(BeamRecordAnalysisInput, ConvertsToKgAndCm) {

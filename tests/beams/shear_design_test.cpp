@@ -54,11 +54,24 @@ TEST(ShearDesign, MinimumStirrupBoundaryAndFallbacks) {
 }
 
 TEST(ShearDesign, CodeSpacingLimitsTightenTheMaximumSetting) {
-    // A shallow beam, h = 30, d = 26: minimum stirrups would allow 26.8 × 26 / 55 > 20 cm,
-    // but ACI keeps s ≤ d/2 = 13 cm, below the 20 cm of the setting.
+    // A shallow beam, h = 30, d = 26: minimum stirrups allow Av FY / (3.5 b) = 1.00531 × 2800
+    // / 105 = 26.8 cm, but ACI keeps s ≤ d/2 = 13 cm, below the 20 cm of the setting.
     const ShearResult shallow = designShear({1000.0, 30.0, 30.0, 26.0, {}}, settings(), kMaterials);
     ASSERT_TRUE(shallow.ok());
     EXPECT_DOUBLE_EQ(shallow.spacingCm, 13.0);
+
+    // High shear in it, with a minimum spacing of 7.5 cm: Vc = 0.53 × 16 × 30 × 26 = 6614.4,
+    // Vs = 14,000 kg is above 1.06 × 16 × 30 × 26 = 13,228.8, so the cap is d/4 = 6.5 cm, under
+    // the minimum. 8 mm stirrups need 1.00531 × 2800 × 26 / 14,000 = 5.23 cm: raised to 10 mm,
+    // 1.5708 × 2800 × 26 / 14,000 = 8.17 cm by strength, which reaches the minimum; they stand
+    // at the cap, 6.5 cm. The cap itself never makes the diameter grow.
+    ShearSettings close = settings();
+    close.minSpacingCm = 7.5;
+    const ShearResult capped =
+        designShear({6614.4 + 14000.0, 30.0, 30.0, 26.0, {}}, close, kMaterials);
+    ASSERT_TRUE(capped.ok()) << capped.message;
+    EXPECT_DOUBLE_EQ(capped.diameterMm, 10.0);
+    EXPECT_DOUBLE_EQ(capped.spacingCm, 6.5);
 
     // d = 55: Vs above 1.06 × 16 × 30 × 55 = 27,984 kg halves the limit to d/4 = 13.75 cm.
     // Vu = Vn = 13,992 + 30,000 kg gives Vs = 30,000 kg. 8 mm two-leg stirrups need
@@ -108,8 +121,10 @@ TEST(ShearDesign, DiameterRaisedInTwoMillimetreStepsAndCapped) {
     EXPECT_DOUBLE_EQ(capped.diameterMm, 16);
     EXPECT_FALSE(capped.message.empty());
 
-    s.stirrupDiameterMm = 1e300; // 1e300 + 2 == 1e300: the loop must still end
-    EXPECT_EQ(designShear(point(43992.0), s, kMaterials).status, ShearStatus::MinSpacingNotReached);
+    s.stirrupDiameterMm = 1e300; // 1e300 + 2 == 1e300: the loop must still end, finite
+    const ShearResult absurd = designShear(point(43992.0), s, kMaterials);
+    EXPECT_TRUE(std::isfinite(absurd.spacingCm));
+    EXPECT_LE(absurd.spacingCm, 20.0);
 }
 
 TEST(ShearDesign, UpperLimitAndInclinedBars) {
