@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 #include <fmt/format.h>
 
@@ -42,6 +43,18 @@ const FlexurePoint* findPoint(const BeamDesignResult& result, int span, PointPla
 
 double anchorageCm(double diameterMm) {
     return kAnchorageDiameters * diameterMm / 10.0;
+}
+
+// Saves the files as one set as far as the file system allows: every file is written and
+// flushed to its temporary beside the target before the first is renamed over its target, so
+// a full disk or a refused write changes none of them. Only a rename that fails after others
+// (hardly ever: the temporaries stand in the same folders) can leave the set mixed.
+void saveTogether(std::span<const std::pair<fs::path, std::string>> files) {
+    if (files.empty()) {
+        return;
+    }
+    core::saveFileAtomically(files.front().first, files.front().second,
+                             [&](const fs::path&) { saveTogether(files.subspan(1)); });
 }
 
 float wholeCm(double cm) {
@@ -369,13 +382,14 @@ BeamJobResult designBeamRecord(const fs::path& projectFolder, const BeamRecord& 
     // are written while it holds the store's write lock: a store that cannot be written
     // stops the job before any listing, and a listing that cannot be written leaves the
     // store as it was.
-    db.replaceItems(earlier, items, [&] {
-        for (const auto& [ext, text] : listings) {
-            const fs::path file = projectFolder / (base + std::string(ext));
-            core::saveFileAtomically(file, withCrLf(text));
-            job.files.push_back(file);
-        }
-    });
+    std::vector<std::pair<fs::path, std::string>> files;
+    for (const auto& [ext, text] : listings) {
+        files.emplace_back(projectFolder / (base + std::string(ext)), withCrLf(text));
+    }
+    db.replaceItems(earlier, items, [&] { saveTogether(files); });
+    for (const auto& file : files) {
+        job.files.push_back(file.first);
+    }
     job.steelItems = items.size();
     return job;
 }
