@@ -193,9 +193,8 @@ std::vector<bars::SteelItem> beamSteelItems(const BeamRecord& record, const Beam
     };
 
     // Where a bar runs out at the beam's end (joint 0 or n). On an end support it reaches the
-    // support's far face, less the cover, or its hooked development length if that is more,
-    // and turns down or up in a standard 90-degree hook of 12 diameters; at the free tip of an
-    // overhang it stops the cover short of the tip.
+    // support's far face, less the cover, and turns down or up in a standard 90-degree hook of
+    // 12 diameters; at the free tip of an overhang it stops the cover short of the tip.
     // At an inner joint it goes on past the joint axis by its anchorage length.
     const double endCover = record.coverSideCm;
     auto beyondJoint = [&](int j, double diameterMm) {
@@ -206,13 +205,16 @@ std::vector<bars::SteelItem> beamSteelItems(const BeamRecord& record, const Beam
         if (!input.model.supports[static_cast<std::size_t>(j)].restrainsDisplacement) {
             return -endCover;
         }
-        // The hooked bar needs its development length ldh = 0.075 FY / sqrt(Fc) db (ACI, at
-        // least 8 db and 15 cm) before the bend; a narrow or unknown support is no excuse for
-        // a shorter bar.
+        // The bar reaches the far face of the support less the cover and bends there. Where
+        // the support's width is not known, the hooked development length ldh = 0.075 FY /
+        // sqrt(Fc) db (ACI, at least 8 db and 15 cm) stands for it.
         const double db = diameterMm / 10.0;
+        if (sup.widthCm > 0.0f) {
+            return std::max(sup.widthCm / 2.0 - endCover, 0.0) + kHookDiameters * db;
+        }
         const double ldh = std::max({0.075 * record.fyMain / std::sqrt(record.fc) * db,
                                      8.0 * db, 15.0});
-        return std::max(sup.widthCm / 2.0 - endCover, ldh) + kHookDiameters * db;
+        return ldh + kHookDiameters * db;
     };
     // A span with a free outer joint is a cantilever: its top bars run out to the tip.
     auto isCantilever = [&](int i) {
