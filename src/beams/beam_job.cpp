@@ -291,7 +291,9 @@ std::vector<bars::SteelItem> beamSteelItems(const BeamRecord& record, const Beam
         if (!governing) {
             continue;
         }
-        const auto count = static_cast<float>(std::floor(spanLength(i) / governing->spacingCm) + 1);
+        const auto count = static_cast<float>(
+            std::floor(spanLength(i) / std::max(placedSpacingCm(governing->spacingCm), 0.1)) +
+            1);
         add(count, governing->diameterMm, governing->cutLengthCm,
             fmt::format("stirrups span {}", i + 1));
         if (governing->innerCutLengthCm > 0) {

@@ -11,12 +11,6 @@ namespace orvak::beams {
 
 namespace {
 
-// Stirrups are placed at the printed spacing, so it is cut down to the printed 0.1 cm, never
-// rounded up past what the shear allows (9.16 prints 9.1, not 9.2).
-double spacingToPlace(double spacingCm) {
-    return std::floor(spacingCm * 10.0 + 1e-9) / 10.0;
-}
-
 using core::formatUsing;
 
 constexpr double kKgCmPerTm = 100000.0;
@@ -195,7 +189,7 @@ std::string shearListing(const BeamDesignInput& input, const BeamDesignResult& r
         } else {
             row += fmt("####.#", r.vsKg / kKgPerT) + " " +
                    rightIn(fmt("###", r.diameterMm) + " x" + fmt("##", r.legs) + " legs", 13) +
-                   " " + rightIn(fmt("###.#", spacingToPlace(r.spacingCm)), 12) + " " +
+                   " " + rightIn(fmt("###.#", placedSpacingCm(r.spacingCm)), 12) + " " +
                    rightIn(fmt("####.#", r.cutLengthCm), 13) + " ";
         }
         row += leftIn(fmt("###", p.span + 1.0) + " " + placeName(p.place), 12);

@@ -8,6 +8,7 @@
 #include "beams/flexure.h"
 #include "beams/section.h"
 #include "core/concrete.h"
+#include "core/tolerances.h"
 
 namespace orvak::beams {
 
@@ -153,6 +154,16 @@ DeflectionResult computeLongTermDeflection(const DeflectionInput& input) {
     const double sus = std::clamp(input.settings.sustainedLivePercent, 0.0, 100.0) / 100.0;
     const ServiceAnalysis& service = input.analysis.service;
 
+    // A joint sags when its service moment is positive beyond the rounding of an exact zero
+    // (the free tip of an overhang, a pinned end).
+    double momentScale = 0.0;
+    for (const double m : service.total.forces.supportMomentsKgCm) {
+        momentScale = std::max(momentScale, std::abs(m));
+    }
+    for (const SpanForces& f : service.total.forces.spans) {
+        momentScale = std::max({momentScale, std::abs(f.maxMoment.momentKgCm),
+                                std::abs(f.minMoment.momentKgCm)});
+    }
     for (std::size_t j = 0; j <= n; ++j) {
         // An inner joint between two different sections takes the one of smaller gross
         // inertia: the stiffer one would overstate the Ie that both members average in.
@@ -166,7 +177,7 @@ DeflectionResult computeLongTermDeflection(const DeflectionInput& input) {
         s.momSusKgCm = s.momDlKgCm + sus * s.momLlKgCm;
         s.momTotKgCm = s.momDlKgCm + s.momLlKgCm;
         s.gross = grossSection(sec, r.fr);
-        if (service.total.forces.supportMomentsKgCm[j] > 0.0) {
+        if (service.total.forces.supportMomentsKgCm[j] > core::kRelativeEqual * momentScale) {
             // A joint that sags (no support under it): the bottom steel in tension, the top
             // face compressed, as in a member.
             s.cracked = crackedSection(sec, sec.flangeOnTop,

@@ -32,6 +32,10 @@ std::string tonnes(double kg) {
 
 } // namespace
 
+double placedSpacingCm(double spacingCm) {
+    return std::floor(spacingCm * 10.0 + 1e-9) / 10.0;
+}
+
 ShearResult designShear(const ShearPointInput& point, const ShearSettings& settings,
                         const DesignMaterials& materials) {
     ShearResult r;

@@ -69,6 +69,10 @@ struct ShearResult {
     bool ok() const { return status == ShearStatus::Ok; }
 };
 
+/// The spacing at which stirrups are placed: the designed one cut down to 0.1 cm, never
+/// rounded up past what the shear allows (9.16 gives 9.1).
+double placedSpacingCm(double spacingCm);
+
 ShearResult designShear(const ShearPointInput& point, const ShearSettings& settings,
                         const DesignMaterials& materials);
 

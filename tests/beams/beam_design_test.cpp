@@ -67,8 +67,8 @@ TEST(BeamDesign, AnOverhangAsksForNoBottomSteelAndItsMiddleZoneForTheLargerShear
 TEST(BeamDesign, BarsInTwoLayersLowerTheEffectiveDepth) {
     // A 25 cm web with 16 mm bars only: 25 - 5 - 1.6 = 18.4 cm inside holds five
     // (5 × 1.6 + 4 × 2.5 = 18.0). The 20.25 t·m of the middle support, at d = 55, needs
-    // rho = 0.0505952 × (1 - sqrt(1 - 2.61 × 2,025,000 / (250 × 25 × 55²))) = 0.0078172,
-    // As = 10.749 cm²: six 16 mm bars (12.06), five below and one above at a pitch of
+    // rho = 0.0505952 × (1 - sqrt(1 - 2.61 × 2,025,000 / (250 × 25 × 55²))) = 0.0076504,
+    // As = 10.519 cm²: six 16 mm bars (12.06), five below and one above at a pitch of
     // 1.6 + 2.5 = 4.1 cm. Their centroid is 4.1 / 6 = 0.6833 cm higher, so d = 54.3167 and
     // As = 0.0078618 × 25 × 54.3167 = 10.676 cm², which six bars still cover.
     BeamDesignInput in = twoSpanDesignInput(25, 60, 60);
