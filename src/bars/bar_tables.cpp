@@ -305,7 +305,8 @@ std::vector<BarProperties> builtInBarProperties() {
     std::vector<BarProperties> rows;
     for (int r = 0; r < kind.defaultRows(); ++r) {
         const std::size_t at = static_cast<std::size_t>(r * kind.defaultColumns);
-        rows.push_back(BarProperties{kind.defaults[at], kind.defaults[at + 2], kind.defaults[at + 1]});
+        rows.push_back(
+            BarProperties{kind.defaults[at], kind.defaults[at + 2], kind.defaults[at + 1]});
     }
     return rows;
 }

@@ -140,8 +140,8 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
             FlexureSettings flexure = input.flexure;
             for (int pass = 0; pass < kMaxLayerPasses; ++pass) {
                 fp.flexure = designFlexure(sec, mu, p.hogging, flexure, input.materials);
-                fp.tensionBars = selectBars(fp.flexure.tensionAreaCm2, sec.webWidthCm,
-                                            input.barTable, faceBars);
+                fp.tensionBars =
+                    selectBars(fp.flexure.tensionAreaCm2, sec.webWidthCm, input.barTable, faceBars);
                 const double offset = layerCentroidOffsetCm(fp.tensionBars, faceBars);
                 if (offset <= flexure.coverCm - input.flexure.coverCm + 1e-9) {
                     break;
@@ -214,8 +214,8 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
         ends.cantilever = run.overhang;
         SpanDepthCheck dc;
         dc.heightCm = sec.heightCm;
-        dc.minimumCm = minimumDepthCm(run.lengthCm, ends, input.depthDivisors,
-                                      input.materials.fyKgCm2);
+        dc.minimumCm =
+            minimumDepthCm(run.lengthCm, ends, input.depthDivisors, input.materials.fyKgCm2);
         dc.shallow = dc.heightCm < dc.minimumCm;
         if (dc.shallow) {
             r.shallowSpans.push_back(static_cast<int>(i) + 1);
@@ -243,8 +243,7 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
     // worked out without its steel would be numbers of no meaning.
     std::vector<int> barless;
     for (const FlexurePoint& fp : r.flexurePoints) {
-        if (!fp.tensionBars.found &&
-            (barless.empty() || barless.back() != fp.span + 1)) {
+        if (!fp.tensionBars.found && (barless.empty() || barless.back() != fp.span + 1)) {
             barless.push_back(fp.span + 1);
         }
     }

@@ -212,8 +212,8 @@ std::vector<bars::SteelItem> beamSteelItems(const BeamRecord& record, const Beam
         if (sup.widthCm > 0.0f) {
             return std::max(sup.widthCm / 2.0 - endCover, 0.0) + kHookDiameters * db;
         }
-        const double ldh = std::max({0.075 * record.fyMain / std::sqrt(record.fc) * db,
-                                     8.0 * db, 15.0});
+        const double ldh =
+            std::max({0.075 * record.fyMain / std::sqrt(record.fc) * db, 8.0 * db, 15.0});
         return ldh + kHookDiameters * db;
     };
     // A span with a free outer joint is a cantilever: its top bars run out to the tip.
@@ -276,8 +276,7 @@ std::vector<bars::SteelItem> beamSteelItems(const BeamRecord& record, const Beam
             p->flexure.tensionAreaCm2 > 0.0
                 ? spanLength(i) + beyondJoint(i, d) + beyondJoint(i + 1, d)
                 : (1.0 - 2.0 * kTopBarSpanFraction) * spanLength(i) + 2.0 * anchorageCm(d);
-        add(static_cast<float>(p->tensionBars.count), d, length,
-            fmt::format("top span {}", i + 1));
+        add(static_cast<float>(p->tensionBars.count), d, length, fmt::format("top span {}", i + 1));
     }
     // Stirrups: the closest spacing of the span's points over the whole span.
     for (int i = 0; i < n; ++i) {
@@ -292,8 +291,7 @@ std::vector<bars::SteelItem> beamSteelItems(const BeamRecord& record, const Beam
             continue;
         }
         const auto count = static_cast<float>(
-            std::floor(spanLength(i) / std::max(placedSpacingCm(governing->spacingCm), 0.1)) +
-            1);
+            std::floor(spanLength(i) / std::max(placedSpacingCm(governing->spacingCm), 0.1)) + 1);
         add(count, governing->diameterMm, governing->cutLengthCm,
             fmt::format("stirrups span {}", i + 1));
         if (governing->innerCutLengthCm > 0) {

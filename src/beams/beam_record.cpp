@@ -201,7 +201,6 @@ std::string validateBeam(const BeamRecord& b) {
                                                   factor ? "a number of 0 or more" : "a number");
                 }
             }
-
         }
     });
     if (!settingsProblem.empty()) {
@@ -306,8 +305,8 @@ std::string validateBeam(const BeamRecord& b) {
             const bool point = static_cast<LoadKind>(k + 1) == LoadKind::Concentrated;
             const float most = point ? kMaxPointLoadT : kMaxDistributedLoadTm;
             if (std::abs(load.dead) > most || std::abs(load.live) > most) {
-                return fmt::format("span {}, {} load: dead and live must each lie within ±{} {}",
-                                   n, kind, most, point ? "t" : "t/m");
+                return fmt::format("span {}, {} load: dead and live must each lie within ±{} {}", n,
+                                   kind, most, point ? "t" : "t/m");
             }
             if (!finite(load.startM) || !finite(load.lengthM)) {
                 return fmt::format("span {}, {} load: the position is not a number", n, kind);

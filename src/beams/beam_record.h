@@ -30,7 +30,7 @@ inline constexpr float kMaxSupportWidthCm = 500.0f;
 inline constexpr float kMaxFcKgCm2 = 1000.0f;
 inline constexpr float kMaxFyKgCm2 = 10000.0f;
 inline constexpr float kMaxDistributedLoadTm = 500.0f; ///< t/m, dead or live part
-inline constexpr float kMaxPointLoadT = 5000.0f;      ///< t, dead or live part
+inline constexpr float kMaxPointLoadT = 5000.0f;       ///< t, dead or live part
 /// Values per load: 1 dead part, 2 live part, 3 kept as stored (see docs/file-formats.md).
 inline constexpr std::size_t kLoadValuesPerLoad = 3;
 

@@ -161,16 +161,15 @@ DeflectionResult computeLongTermDeflection(const DeflectionInput& input) {
         momentScale = std::max(momentScale, std::abs(m));
     }
     for (const SpanForces& f : service.total.forces.spans) {
-        momentScale = std::max({momentScale, std::abs(f.maxMoment.momentKgCm),
-                                std::abs(f.minMoment.momentKgCm)});
+        momentScale = std::max(
+            {momentScale, std::abs(f.maxMoment.momentKgCm), std::abs(f.minMoment.momentKgCm)});
     }
     for (std::size_t j = 0; j <= n; ++j) {
         // An inner joint between two different sections takes the one of smaller gross
         // inertia: the stiffer one would overstate the Ie that both members average in.
         const SectionGeometry& left = input.sections[j == 0 ? 0 : j - 1];
         const SectionGeometry& right = input.sections[j == n ? n - 1 : j];
-        const SectionGeometry& sec =
-            grossInertiaCm4(right) < grossInertiaCm4(left) ? right : left;
+        const SectionGeometry& sec = grossInertiaCm4(right) < grossInertiaCm4(left) ? right : left;
         DeflectionSection s;
         s.momDlKgCm = std::abs(service.dead.forces.supportMomentsKgCm[j]);
         s.momLlKgCm = std::abs(service.live.forces.supportMomentsKgCm[j]);
@@ -180,16 +179,15 @@ DeflectionResult computeLongTermDeflection(const DeflectionInput& input) {
         if (service.total.forces.supportMomentsKgCm[j] > core::kRelativeEqual * momentScale) {
             // A joint that sags (no support under it): the bottom steel in tension, the top
             // face compressed, as in a member.
-            s.cracked = crackedSection(sec, sec.flangeOnTop,
-                                       sec.heightCm - input.settings.bottomCoverCm,
-                                       at(input.jointBottomAst, j), at(input.jointBottomAsc, j),
-                                       input.settings.topCoverCm, r.n);
+            s.cracked =
+                crackedSection(sec, sec.flangeOnTop, sec.heightCm - input.settings.bottomCoverCm,
+                               at(input.jointBottomAst, j), at(input.jointBottomAsc, j),
+                               input.settings.topCoverCm, r.n);
         } else {
             // Hogging: the top steel in tension, the bottom face compressed.
-            s.cracked = crackedSection(sec, sec.flangeAtBottom,
-                                       sec.heightCm - input.settings.topCoverCm,
-                                       at(input.jointAst, j), at(input.jointAsc, j),
-                                       input.settings.bottomCoverCm, r.n);
+            s.cracked = crackedSection(
+                sec, sec.flangeAtBottom, sec.heightCm - input.settings.topCoverCm,
+                at(input.jointAst, j), at(input.jointAsc, j), input.settings.bottomCoverCm, r.n);
         }
         s.ie = inertias(s);
         r.joints.push_back(s);

@@ -114,7 +114,7 @@ struct DeflectionResult {
     std::vector<DeflectionSection> members;
     std::vector<MemberDeflection> deflections;
     std::vector<double> spanLengthsCm; ///< of each member's supported run (see SupportedRun)
-    std::vector<int> exceedingSpans; ///< 1-based
+    std::vector<int> exceedingSpans;   ///< 1-based
 };
 
 DeflectionResult computeLongTermDeflection(const DeflectionInput& input);

@@ -2,8 +2,8 @@
 // read back to the same singles, and moving a model into and out of a project folder.
 #include "beams/model_json.h"
 
-#include <charconv>
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -279,8 +279,8 @@ void spanFromJson(const json& j, const std::string& where, StoredSpan& span) {
 BeamRecord beamFromJson(const json& j, const std::string& where) {
     requireObject(j, where,
                   {"name", "fc", "fy", "fy_stirrups", "cover_top_cm", "cover_bottom_cm",
-                   "cover_side_cm", "sustained_live_percent", "live_load_duration_months",
-                   "spans", "supports", "settings"});
+                   "cover_side_cm", "sustained_live_percent", "live_load_duration_months", "spans",
+                   "supports", "settings"});
     BeamRecord b;
     b.name = singleByteText(j, where, "name", kBeamRecordLayout["name"].width);
     b.fc = single(j, where, "fc");

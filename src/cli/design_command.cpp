@@ -88,9 +88,8 @@ int runDesign(const DesignOptions& o) {
     }
 
     if (chosen.empty()) {
-        throw InputError(o.beam != 0
-                             ? fmt::format("No floor of the project has a beam {}.", o.beam)
-                             : std::string("The project has no beam to design."));
+        throw InputError(o.beam != 0 ? fmt::format("No floor of the project has a beam {}.", o.beam)
+                                     : std::string("The project has no beam to design."));
     }
 
     int designed = 0;
@@ -98,9 +97,9 @@ int runDesign(const DesignOptions& o) {
     for (const auto& record : chosen) {
         const beams::BeamJobResult r = beams::designBeamRecord(project, record, barTable, o.scheme);
         ++designed;
-        std::cout << fmt::format("Floor {}, beam {} {}: {}, {} listings, {} steel items\n",
-                                 r.floor, r.number, core::toUtf8(r.name, page),
-                                 statusWord(r.status), r.files.size(), r.steelItems);
+        std::cout << fmt::format("Floor {}, beam {} {}: {}, {} listings, {} steel items\n", r.floor,
+                                 r.number, core::toUtf8(r.name, page), statusWord(r.status),
+                                 r.files.size(), r.steelItems);
         for (const auto& m : r.messages) {
             std::cout << "  " << m << "\n";
         }

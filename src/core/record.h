@@ -118,7 +118,9 @@ public:
     void setText(const FieldDef& f, std::string_view text, std::size_t index = 0);
 
     /// True when the first byte is the use mark "1".
-    bool inUse() const { return !m_bytes.empty() && m_bytes[0] == static_cast<std::uint8_t>(kUseMark); }
+    bool inUse() const {
+        return !m_bytes.empty() && m_bytes[0] == static_cast<std::uint8_t>(kUseMark);
+    }
 
 private:
     std::vector<std::uint8_t> m_bytes;

@@ -48,8 +48,8 @@ TEST(BeamDesign, AnOverhangAsksForNoBottomSteelAndItsMiddleZoneForTheLargerShear
     BeamDesignInput in = twoSpanDesignInput(30, 60, 60);
     in.model.supports[2] = supportFromCodes(0, 0);
     in.model.spans[1].lengthCm = 200;
-    in.model.spans[1].loads[loadIndex(LoadKind::Concentrated)] = {true, 2000.0, 1000.0, 200.0,
-                                                                   0, {}};
+    in.model.spans[1].loads[loadIndex(LoadKind::Concentrated)] = {true,  2000.0, 1000.0,
+                                                                  200.0, 0,      {}};
     in.analysis = analyzeBeam(in.model);
     ASSERT_TRUE(in.analysis.ok());
     const BeamDesignResult r = designBeam(in);

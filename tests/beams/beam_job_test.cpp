@@ -32,6 +32,15 @@ protected:
         writeProjectModel(project(), modelFromJson(nlohmann::json::parse(json)));
     }
     fs::path project() const { return m_dir / "Job.prj"; }
+    /// The steel items of beam B1 by their description.
+    std::map<std::string, bars::SteelItem> itemsOfB1() const {
+        std::map<std::string, bars::SteelItem> byName;
+        for (const auto& item :
+             bars::OpenIronDatabase(project()).itemsByMark(kBeamSteelKind, "B1")) {
+            byName[item.description] = item;
+        }
+        return byName;
+    }
     fs::path general() const { return m_dir / "GENERAL"; }
     test::TempDir m_dir;
 };
@@ -92,11 +101,7 @@ TEST_F(BeamJob, BarsEndInsideTheConcreteAndACantileversTopBarsReachItsTip) {
     // B1: a 600 cm span on a 40 cm wide end support, then a 600 cm overhang with a free tip.
     import(twoBeamModel(R"([{"code": 2, "width_cm": 40}, {"code": 2}, {"code": 0}])"));
     designStoredBeam(project(), general(), 1, 1, 2);
-    bars::IronDatabase db = bars::OpenIronDatabase(project());
-    std::map<std::string, bars::SteelItem> byName;
-    for (const auto& item : db.itemsByMark(kBeamSteelKind, "B1")) {
-        byName[item.description] = item;
-    }
+    std::map<std::string, bars::SteelItem> byName = itemsOfB1();
     // Hand rules, side cover 2.5 cm: at the end support the bar reaches the far face, 40/2 -
     // 2.5 = 17.5 cm past the axis, and hooks 12 db; at the inner joint it runs on 40 db; at
     // the tip it stops 2.5 cm short.
@@ -123,14 +128,9 @@ TEST_F(BeamJob, BarsEndInsideTheConcreteAndACantileversTopBarsReachItsTip) {
     fs::create_directories(project());
     import(twoBeamModel(R"([{"code": 2}, {"code": 2}, {"code": 0}])"));
     designStoredBeam(project(), general(), 1, 1, 2);
-    bars::IronDatabase again = bars::OpenIronDatabase(project());
-    for (const auto& item : again.itemsByMark(kBeamSteelKind, "B1")) {
-        if (item.description == "top support 1") {
-            const double d = item.diameterMm / 10.0;
-            EXPECT_FLOAT_EQ(item.lengthCm,
-                            std::ceil(std::max(19.922 * d, 15.0) + 12 * d + 180 - 1e-6));
-        }
-    }
+    const bars::SteelItem top = itemsOfB1().at("top support 1");
+    const double d = top.diameterMm / 10.0;
+    EXPECT_FLOAT_EQ(top.lengthCm, std::ceil(std::max(19.922 * d, 15.0) + 12 * d + 180 - 1e-6));
 }
 
 TEST_F(BeamJob, AFieldThatHogsGetsTopBarsOverItsWholeLength) {
@@ -146,11 +146,7 @@ TEST_F(BeamJob, AFieldThatHogsGetsTopBarsOverItsWholeLength) {
     b1["supports"].push_back(b1["supports"][0]);
     import(model.dump());
     designStoredBeam(project(), general(), 1, 1, 2);
-    bars::IronDatabase db = bars::OpenIronDatabase(project());
-    std::map<std::string, bars::SteelItem> byName;
-    for (const auto& item : db.itemsByMark(kBeamSteelKind, "B1")) {
-        byName[item.description] = item;
-    }
+    std::map<std::string, bars::SteelItem> byName = itemsOfB1();
     ASSERT_TRUE(byName.count("top span 2"));
     const double db2 = byName["top span 2"].diameterMm / 10.0;
     EXPECT_FLOAT_EQ(byName["top span 2"].lengthCm, std::ceil(200 + 2 * 40 * db2 - 1e-6));
@@ -217,7 +213,7 @@ TEST_F(BeamJob, BeamsOfTheSameNameOnTwoFloorsKeepTheirOwnListings) {
     nlohmann::json model = nlohmann::json::parse(twoBeamModel());
     nlohmann::json upper = model["floors"][0];
     upper["number"] = 2;
-    upper["beams"].erase(0); // B2 of floor 1 becomes beam 1 of floor 2 ...
+    upper["beams"].erase(0);          // B2 of floor 1 becomes beam 1 of floor 2 ...
     upper["beams"][0]["name"] = "B1"; // ... under the name floor 1 uses too
     model["floors"].push_back(upper);
     writeProjectModel(project(), modelFromJson(model));
@@ -235,9 +231,7 @@ TEST_F(BeamJob, ListingsAndStoreChangeTogetherOrNotAtAll) {
     designStoredBeam(project(), general(), 1, 1, 2);
     const std::string listing = test::readBytes(project() / "F1-B1_1.Analy2");
     std::size_t items = 0;
-    {
-        items = bars::OpenIronDatabase(project()).itemCount();
-    }
+    { items = bars::OpenIronDatabase(project()).itemCount(); }
     // The beam changes: 6 t/m instead of 3, so a new design would change every listing.
     std::vector<BeamRecord> beams = readBeamFile(project(), 1);
     beams[0].spans[0].loads[loadIndex(LoadKind::Uniform)].dead = 6.0f;

@@ -108,8 +108,7 @@ TEST(BeamListings, ACantileverNamesTheJointItsIeComesFrom) {
     const std::string text = deflectionListing(d);
     const std::size_t member2 = text.find("Member   2\nIe");
     ASSERT_NE(member2, std::string::npos) << text;
-    EXPECT_EQ(text.find("IeDLAvg = IeDL of joint 2 = ", member2),
-              text.find("IeDLAvg", member2));
+    EXPECT_EQ(text.find("IeDLAvg = IeDL of joint 2 = ", member2), text.find("IeDLAvg", member2));
     EXPECT_EQ(d.deflections.at(1).ieAvg.dl, d.joints.at(1).ie.dl);
 }
 

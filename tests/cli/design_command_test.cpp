@@ -100,8 +100,7 @@ TEST_F(CliDesign, ABadRecordStopsTheRunBeforeAnythingIsWritten) {
     // A folder that is no project.
     const auto notProject = run({"design", m_dir.path().string()});
     EXPECT_EQ(notProject.code, 1);
-    EXPECT_NE(notProject.err.find("is not a project folder"), std::string::npos)
-        << notProject.err;
+    EXPECT_NE(notProject.err.find("is not a project folder"), std::string::npos) << notProject.err;
 }
 
 TEST_F(CliDesign, MissingBarTableUsesTheBuiltInOneAndABrokenOneStopsTheRun) {
