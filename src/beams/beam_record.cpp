@@ -339,14 +339,8 @@ std::vector<BeamRecord> readBeamFile(const fs::path& projectFolder, int floor) {
     if (!path) {
         return beams;
     }
-    const auto file = core::RecordFile::load(*path, kBeamRecordLength);
-    if (file.tailBytes() > 0) {
-        throw FileError(*path,
-                        fmt::format("The beam file is damaged: after its {} whole records it "
-                                    "ends in {} bytes of a partial record.",
-                                    file.count(), file.tailBytes()),
-                        static_cast<std::int64_t>(file.count() + 1));
-    }
+    const auto file =
+        core::RecordFile::load(*path, kBeamRecordLength, core::RecordFile::Count::WholeOnly);
     for (std::size_t n = 1; n <= file.count(); ++n) {
         const core::RecordBuffer rec = file.read(n);
         if (!rec.inUse()) {

@@ -16,9 +16,9 @@ std::int16_t readInt16(const std::uint8_t* p) {
 }
 
 std::int32_t readInt32(const std::uint8_t* p) {
-    const std::uint32_t v = static_cast<std::uint32_t>(p[0]) | (static_cast<std::uint32_t>(p[1]) << 8) |
-                            (static_cast<std::uint32_t>(p[2]) << 16) |
-                            (static_cast<std::uint32_t>(p[3]) << 24);
+    const std::uint32_t v =
+        static_cast<std::uint32_t>(p[0]) | (static_cast<std::uint32_t>(p[1]) << 8) |
+        (static_cast<std::uint32_t>(p[2]) << 16) | (static_cast<std::uint32_t>(p[3]) << 24);
     return static_cast<std::int32_t>(v);
 }
 
@@ -120,6 +120,13 @@ RecordFile RecordFile::load(const std::filesystem::path& path, std::size_t recor
     }
     const std::size_t whole = bytes->size() / recordLength;
     const std::size_t rest = bytes->size() % recordLength;
+    if (count == Count::WholeOnly && rest > 0) {
+        throw FileError(path,
+                        "The file is damaged: after its " + std::to_string(whole) +
+                            " whole records it ends in " + std::to_string(rest) +
+                            " bytes of a partial record",
+                        static_cast<std::int64_t>(whole + 1));
+    }
     file.m_count = whole;
     if (count == Count::Round && rest * 2 >= recordLength) {
         // A partial last record counts when it is at least half a record; its missing tail

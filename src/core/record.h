@@ -132,7 +132,9 @@ private:
 /// written, flushed and renamed over it.
 class RecordFile {
 public:
-    enum class Count { Truncate, Round };
+    /// How a partial last record is taken: left out (kept as the tail), counted when at
+    /// least half a record, or refused as damage (FileError naming the record).
+    enum class Count { Truncate, Round, WholeOnly };
 
     /// Loads `path`; a missing file is an empty file. Throws FileError when it cannot be read.
     static RecordFile load(const std::filesystem::path& path, std::size_t recordLength,
@@ -143,8 +145,6 @@ public:
     const std::filesystem::path& path() const { return m_path; }
     std::size_t recordLength() const { return m_recordLength; }
     std::size_t count() const { return m_count; }
-    /// Bytes after the last whole record: a file cut short or padded by something else.
-    std::size_t tailBytes() const { return m_tail.size(); }
 
     /// Record n (1-based). A record beyond the end, or the missing tail of a partial record,
     /// reads as zero bytes (the buffer's fresh state).

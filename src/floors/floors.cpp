@@ -20,14 +20,8 @@ std::vector<Floor> readFloors(const fs::path& projectFolder) {
     if (!path) {
         return floors;
     }
-    const auto file = core::RecordFile::load(*path, kFloorLayout.size);
-    if (file.tailBytes() > 0) {
-        throw FileError(*path,
-                        fmt::format("The floor file is damaged: after its {} whole records it "
-                                    "ends in {} bytes of a partial record.",
-                                    file.count(), file.tailBytes()),
-                        static_cast<std::int64_t>(file.count() + 1));
-    }
+    const auto file =
+        core::RecordFile::load(*path, kFloorLayout.size, core::RecordFile::Count::WholeOnly);
     for (std::size_t n = 1; n <= file.count(); ++n) {
         const core::RecordBuffer rec = file.read(n);
         if (!rec.inUse()) {
