@@ -311,6 +311,16 @@ std::vector<BarProperties> builtInBarProperties() {
     return rows;
 }
 
+BarPropertyTable LoadBarPropertiesOrBuiltIn(const fs::path& generalFolder) {
+    BarPropertyTable table = LoadBarProperties(generalFolder);
+    if (!table.available) {
+        table.rows = builtInBarProperties();
+        table.available = true;
+        table.builtIn = true;
+    }
+    return table;
+}
+
 std::optional<BarProperties> FindBarProperties(float diameterMm,
                                                std::span<const BarProperties> rows) {
     for (const BarProperties& row : rows) {

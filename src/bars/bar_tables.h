@@ -123,6 +123,7 @@ struct BarPropertyTable {
     std::vector<BarProperties> rows; ///< every record in use, in file order
     /// False when ROUNDBAR.DAT holds no record: the caller shows general prompt 3 and stops.
     bool available = false;
+    bool builtIn = false; ///< the rows are the built-in table (LoadBarPropertiesOrBuiltIn)
 };
 
 /// Reads ROUNDBAR.DAT of the GENERAL folder (a missing file is not made).
@@ -130,6 +131,12 @@ BarPropertyTable LoadBarProperties(const std::filesystem::path& generalFolder);
 
 /// The built-in round-bar rows (the table a fresh installation writes), in table order.
 std::vector<BarProperties> builtInBarProperties();
+
+/// ROUNDBAR.DAT of the GENERAL folder, or, where the folder has no table (no file, or one
+/// without records: a program folder the GUI never started in), the built-in rows with
+/// `builtIn` set, as a first start would have written them. A table of the user's that holds
+/// records is never replaced, even when none of them is usable.
+BarPropertyTable LoadBarPropertiesOrBuiltIn(const std::filesystem::path& generalFolder);
 
 /// The first row whose diameter equals `diameterMm` exactly (single precision, no tolerance:
 /// 12.5 is not found in a table of 12 and 13); empty when there is none.

@@ -41,11 +41,10 @@ double middleZoneShear(const Envelope& env, std::size_t span) {
     return v;
 }
 
-// Moments that are zero in exact arithmetic (the free tip of an overhang, a pinned end) come
-// out of the solution as a few units of rounding; below this share of the beam's largest
-// moment they are taken as zero, so that they ask for no steel.
+// Moments that are zero in exact arithmetic (the free tip of an overhang, a pinned end) are
+// taken as zero, so that their rounding asks for no steel.
 double cleanMoment(double m, double scale) {
-    return std::abs(m) <= core::kRelativeEqual * scale ? 0.0 : m;
+    return core::negligible(m, scale) ? 0.0 : m;
 }
 
 // The most negative envelope moment between the quarter points: nearer the supports the top
@@ -128,15 +127,15 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
             fp.momentKgCm = std::isfinite(p.moment) ? cleanMoment(p.moment, momentScale) : 0.0;
             const double mu =
                 designMomentTm(fp.momentKgCm, p.joint <= n && flagged(p.joint), input.flexure);
-            // Bars in two or three layers have their centroid above the first layer's: the
-            // point is designed again with d reduced by that offset until the choice holds.
-            // The offset only grows with the steel, and three layers bound it.
             // The face's own least bars: their count and diameter bound the choice.
             const BeamDesignInput::MinimumBars& least =
                 p.hogging ? input.minTopBars : input.minBottomBars;
             BarSelectionSettings faceBars = input.bars;
             faceBars.minBars = std::max(faceBars.minBars, least.count);
             faceBars.minDiameterMm = std::max(faceBars.minDiameterMm, least.diameterMm);
+            // Bars in two or three layers have their centroid above the first layer's: the
+            // point is designed again with d reduced by that offset until the choice holds.
+            // The offset only grows with the steel, and three layers bound it.
             FlexureSettings flexure = input.flexure;
             for (int pass = 0; pass < kMaxLayerPasses; ++pass) {
                 fp.flexure = designFlexure(sec, mu, p.hogging, flexure, input.materials);

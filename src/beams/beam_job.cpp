@@ -302,21 +302,11 @@ std::vector<bars::SteelItem> beamSteelItems(const BeamRecord& record, const Beam
     return items;
 }
 
-DesignBarTable designBarTable(const fs::path& generalFolder) {
-    const bars::BarPropertyTable table = bars::LoadBarProperties(generalFolder);
-    DesignBarTable chosen;
-    if (!table.available) {
-        // No table file (or one without records): the built-in table, as a first start
-        // would have written it.
-        chosen.rows = bars::builtInBarProperties();
-        chosen.builtIn = true;
-        return chosen;
-    }
-    for (const auto& r : table.rows) {
-        if (r.diameterMm > 0 && r.areaCm2 > 0) {
-            chosen.rows.push_back(r);
-        }
-    }
+bars::BarPropertyTable designBarTable(const fs::path& generalFolder) {
+    bars::BarPropertyTable chosen = bars::LoadBarPropertiesOrBuiltIn(generalFolder);
+    std::erase_if(chosen.rows, [](const bars::BarProperties& r) {
+        return !(r.diameterMm > 0 && r.areaCm2 > 0);
+    });
     if (chosen.rows.empty()) {
         throw InputError(fmt::format(
             "The bar table in {} holds no bar: enter the bar table (diameters, weights and "

@@ -66,16 +66,10 @@ std::string listingBaseName(const BeamRecord& record);
 std::vector<bars::SteelItem> beamSteelItems(const BeamRecord& record, const BeamDesignInput& input,
                                             const BeamDesignResult& result);
 
-struct DesignBarTable {
-    std::vector<bars::BarProperties> rows; ///< bars with a diameter and an area, table order
-    bool builtIn = false; ///< the GENERAL folder has no bar table: the built-in rows are used
-};
-
-/// The bar table of the GENERAL folder for a design: its rows with a diameter and an area, or
-/// the built-in rows when the folder has no table file or the file holds no record. Throws
-/// InputError with a sentence asking for the bar table when the file holds records but no
-/// usable bar.
-DesignBarTable designBarTable(const std::filesystem::path& generalFolder);
+/// The bar table of the GENERAL folder for a design (LoadBarPropertiesOrBuiltIn): its rows
+/// with a diameter and an area. Throws InputError with a sentence asking for the bar table
+/// when the user's file holds records but no usable bar.
+bars::BarPropertyTable designBarTable(const std::filesystem::path& generalFolder);
 
 /// Designs a beam already read. Throws InputError when the record is not valid, FileError
 /// when a file cannot be written. An analysis that fails writes no listing and leaves the

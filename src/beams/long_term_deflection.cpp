@@ -176,7 +176,8 @@ DeflectionResult computeLongTermDeflection(const DeflectionInput& input) {
         s.momSusKgCm = s.momDlKgCm + sus * s.momLlKgCm;
         s.momTotKgCm = s.momDlKgCm + s.momLlKgCm;
         s.gross = grossSection(sec, r.fr);
-        if (service.total.forces.supportMomentsKgCm[j] > core::kRelativeEqual * momentScale) {
+        const double joint = service.total.forces.supportMomentsKgCm[j];
+        if (joint > 0.0 && !core::negligible(joint, momentScale)) {
             // A joint that sags (no support under it): the bottom steel in tension, the top
             // face compressed, as in a member.
             s.cracked =

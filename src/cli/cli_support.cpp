@@ -2,12 +2,12 @@
 // page in which the program folder's language writes its texts.
 #include "cli/cli_support.h"
 
-#include <algorithm>
-#include <cctype>
 #include <cstdlib>
+#include <iostream>
 
 #include "core/error.h"
 #include "core/file_util.h"
+#include "shell/projects.h"
 #include "shell/shell_state.h"
 #include "shell/software_config.h"
 #include "shell/startup.h"
@@ -42,14 +42,17 @@ fs::path existingProject(const std::string& folder, bool mustBeProject) {
         if (name.empty()) {
             name = fs::path(folder).lexically_normal().parent_path().filename().string();
         }
-        std::transform(name.begin(), name.end(), name.begin(),
-                       [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-        if (!name.ends_with(".prj")) {
+        if (!shell::isProjectFolderName(name)) {
             throw InputError(folder + " is not a project folder: the name of a project folder "
                                       "ends in .prj.");
         }
     }
     return fs::path(folder);
+}
+
+void noteBuiltInBarTable() {
+    std::cerr << "The program folder has no bar table (GENERAL/ROUNDBAR.DAT); the built-in "
+                 "table is used.\n";
 }
 
 } // namespace orvak::cli

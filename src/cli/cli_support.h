@@ -19,4 +19,8 @@ core::CodePage configuredCodePage();
 /// with `mustBeProject`, when its name does not end in ".prj" (any case).
 std::filesystem::path existingProject(const std::string& folder, bool mustBeProject = false);
 
+/// Tells the user, on standard error, that the built-in bar table stands in for a program
+/// folder that has none.
+void noteBuiltInBarTable();
+
 } // namespace orvak::cli

@@ -47,12 +47,11 @@ int runDesign(const DesignOptions& o) {
     const core::CodePage page = configuredCodePage();
     const fs::path programFolder = shell::resolveProgramFolder(std::getenv);
     const fs::path general = core::resolveNoCase(programFolder, shell::kGeneralFolderName);
-    const beams::DesignBarTable bars = beams::designBarTable(general);
-    if (bars.builtIn) {
-        std::cerr << "The program folder has no bar table (GENERAL/ROUNDBAR.DAT); the built-in "
-                     "table is used.\n";
+    const bars::BarPropertyTable table = beams::designBarTable(general);
+    if (table.builtIn) {
+        noteBuiltInBarTable();
     }
-    const std::vector<bars::BarProperties>& barTable = bars.rows;
+    const std::vector<bars::BarProperties>& barTable = table.rows;
 
     std::vector<floors::Floor> chosenFloors;
     for (const auto& f : floors::readFloors(project)) {

@@ -155,15 +155,10 @@ int runReport(const ReportOptions& o) {
     const std::string language = configuredLanguage(programFolder);
     const core::CodePage page = core::codePageForLanguage(language);
 
-    bars::BarPropertyTable barTable =
-        bars::LoadBarProperties(core::resolveNoCase(programFolder, shell::kGeneralFolderName));
-    if (!barTable.available) {
-        // A program folder that the GUI never started in: the built-in table, as a design
-        // from the command line would use.
-        std::cerr << "The program folder has no bar table (GENERAL/ROUNDBAR.DAT); the built-in "
-                     "table is used.\n";
-        barTable.rows = bars::builtInBarProperties();
-        barTable.available = true;
+    const bars::BarPropertyTable barTable = bars::LoadBarPropertiesOrBuiltIn(
+        core::resolveNoCase(programFolder, shell::kGeneralFolderName));
+    if (barTable.builtIn) {
+        noteBuiltInBarTable();
     }
     if (barTable.rows.empty()) {
         const shell::PromptList general =

@@ -67,7 +67,7 @@ std::string timeStamp() {
 // The project's folder name without its ".prj".
 std::string projectStem(const fs::path& projectPath) {
     std::string name = projectPath.filename().string();
-    if (endsWithNoCase(name, kProjectSuffix)) {
+    if (isProjectFolderName(name)) {
         name.erase(name.size() - kProjectSuffix.size());
     }
     return name;
@@ -126,6 +126,10 @@ fs::path existingProjectFolder(const fs::path& projectPath) {
 }
 
 } // namespace
+
+bool isProjectFolderName(std::string_view name) {
+    return endsWithNoCase(name, kProjectSuffix);
+}
 
 std::string withTrailingSeparator(std::string_view folder) {
     std::string out(folder);
@@ -258,7 +262,7 @@ std::vector<std::string> listProjects(const fs::path& projectsFolder) {
          !ec && it != fs::directory_iterator(); it.increment(ec)) {
         const std::string name = it->path().filename().string();
         std::error_code typeEc;
-        if (it->is_directory(typeEc) && endsWithNoCase(name, kProjectSuffix)) {
+        if (it->is_directory(typeEc) && isProjectFolderName(name)) {
             names.push_back(name);
         }
     }
@@ -338,7 +342,7 @@ fs::path deleteProject(const ShellState& shell, const fs::path& projectPath,
                        const fs::path& projectsFolder) {
     const fs::path source = existingProjectFolder(projectPath);
     const std::string name = source.filename().string();
-    if (!endsWithNoCase(name, kProjectSuffix)) {
+    if (!isProjectFolderName(name)) {
         throw InputError(source.string() + " is not a project folder: its name does not end in "
                                            "\".prj\".");
     }

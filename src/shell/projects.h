@@ -47,6 +47,9 @@ void loadCurrentProject(ShellState& shell);
 /// "exit": removes the empty files of the current project folder.
 void closeProject(ShellState& shell);
 
+/// True when a folder name ends in ".prj" (case-blind), as every project folder's does.
+bool isProjectFolderName(std::string_view name);
+
 /// Sub-folders of the projects folder whose names end in ".prj" (case-blind), sorted.
 std::vector<std::string> listProjects(const std::filesystem::path& projectsFolder);
 
