@@ -13,12 +13,25 @@ double clearSpacingCm(double diameterMm, const BarSelectionSettings& settings) {
     return std::max(settings.minClearSpacingCm, diameterMm / 10.0);
 }
 
+// The width between the stirrups' inner faces, where the bars of a layer stand.
+double insideWidthCm(double widthCm, const BarSelectionSettings& settings) {
+    return widthCm - 2.0 * settings.sideCoverCm - 2.0 * settings.stirrupDiameterMm / 10.0;
+}
+
+// 280 MPa, the service stress of the crack-control rule's constants, in kg/cm².
+constexpr double kCrackRuleStressKgCm2 = 280.0 * 10.19716;
+
 } // namespace
+
+double crackControlMaxSpacingCm(double fyKgCm2, double clearCoverCm) {
+    const double fs = 2.0 / 3.0 * fyKgCm2;
+    const double ratio = kCrackRuleStressKgCm2 / fs;
+    return std::max(std::min(38.0 * ratio - 2.5 * clearCoverCm, 30.0 * ratio), 0.0);
+}
 
 int barsPerLayer(double widthCm, double diameterMm, const BarSelectionSettings& settings) {
     const double db = diameterMm / 10.0;
-    const double inside =
-        widthCm - 2.0 * settings.sideCoverCm - 2.0 * settings.stirrupDiameterMm / 10.0;
+    const double inside = insideWidthCm(widthCm, settings);
     if (!(db > 0.0) || inside < db) {
         return 0;
     }
@@ -49,8 +62,25 @@ BarChoice selectBars(double areaCm2, double widthCm, std::span<const bars::BarPr
         if (perLayer < 2) {
             continue;
         }
+        const double db = dia / 10.0;
         // A tolerance of a millionth of a bar keeps 4 × 2.01 for 8.04 at four bars.
-        const int count = std::max(minBars, static_cast<int>(std::ceil(need / bar.areaCm2 - 1e-6)));
+        int count = std::max(minBars, static_cast<int>(std::ceil(need / bar.areaCm2 - 1e-6)));
+        // Crack control: n bars of one layer stand (inside - db) / (n - 1) apart, centre to
+        // centre. A full layer meets the rule as well as any arrangement can.
+        bool crackGoverns = false;
+        double crackLimit = 0.0;
+        const double inside = insideWidthCm(widthCm, settings);
+        if (need > 0.0 && settings.crackControlFyKgCm2 > 0.0) {
+            crackLimit = crackControlMaxSpacingCm(
+                settings.crackControlFyKgCm2, std::max(settings.tensionCoverCm - db / 2.0, 0.0));
+            const double gaps = (inside - db) / std::max(crackLimit, 1e-9);
+            const int spread =
+                gaps < perLayer ? static_cast<int>(std::ceil(gaps - 1e-9)) + 1 : perLayer;
+            if (std::min(spread, perLayer) > count) {
+                count = std::min(spread, perLayer);
+                crackGoverns = true;
+            }
+        }
         const int layers = (count + perLayer - 1) / perLayer;
         if (layers > maxLayers) {
             continue;
@@ -62,10 +92,9 @@ BarChoice selectBars(double areaCm2, double widthCm, std::span<const bars::BarPr
              (provided < best.areaCm2 - 1e-9 ||
               (std::abs(provided - best.areaCm2) <= 1e-9 && dia > best.diameterMm)));
         if (better) {
-            const double db = dia / 10.0;
-            const double inside =
-                widthCm - 2.0 * settings.sideCoverCm - 2.0 * settings.stirrupDiameterMm / 10.0;
             best.found = true;
+            best.crackControlGoverns = crackGoverns;
+            best.crackSpacingLimitCm = crackLimit;
             best.count = count;
             best.diameterMm = dia;
             best.layers = layers;

@@ -44,7 +44,7 @@ struct BeamAnalysisInput {
     std::vector<BeamSupport> supports; ///< one per joint: spans.size() + 1
     double elasticModulusKgCm2 = 0.0;  ///< Ec of the concrete, > 0
     LoadFactors factors;               ///< FACDEADL and FACDAYNL
-    int caseScheme = 2;                ///< 1, 2 or 3 (see buildLoadCases)
+    int caseScheme = kDefaultCaseScheme; ///< 1, 2 or 3 (see buildLoadCases)
 };
 
 enum class AnalysisStatus {

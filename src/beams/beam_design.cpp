@@ -60,6 +60,21 @@ double fieldHogging(const Envelope& env, std::size_t span) {
     return m;
 }
 
+// The effective depth of a shear point: the least d of the span's flexural points at the same
+// place, so that bars in two or three layers lower the depth that the concrete's share and the
+// stirrup spacing use, as they do in flexure. A point whose flexure found no depth leaves the
+// depth of the first layer.
+double shearDepthCm(const std::vector<FlexurePoint>& points, int span, PointPlace place,
+                    double firstLayerDepthCm) {
+    double d = firstLayerDepthCm;
+    for (const FlexurePoint& p : points) {
+        if (p.span == span && p.place == place && p.flexure.effectiveDepthCm > 0.0) {
+            d = std::min(d, p.flexure.effectiveDepthCm);
+        }
+    }
+    return d;
+}
+
 } // namespace
 
 BeamDesignResult designBeam(const BeamDesignInput& input) {
@@ -155,8 +170,11 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
                                      ": no bar arrangement of the bar table fits the web width.");
             }
             if (fp.flexure.compressionAreaCm2 > 0.0) {
+                // The compression face does not crack: its bars keep only the spacing rules.
+                BarSelectionSettings compressionBars = input.bars;
+                compressionBars.crackControlFyKgCm2 = 0.0;
                 fp.compressionBars = selectBars(fp.flexure.compressionAreaCm2, sec.webWidthCm,
-                                                input.barTable, input.bars);
+                                                input.barTable, compressionBars);
                 if (!fp.compressionBars.found) {
                     r.failures.push_back(
                         "Span " + std::to_string(i + 1) +
@@ -193,7 +211,8 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
             in.vuKg = sp.vuKg;
             in.webWidthCm = sec.webWidthCm;
             in.heightCm = sec.heightCm;
-            in.effectiveDepthCm = sec.heightCm - input.flexure.coverCm;
+            in.effectiveDepthCm = shearDepthCm(r.flexurePoints, static_cast<int>(i),
+                                               shearPlaces[k], sec.heightCm - input.flexure.coverCm);
             sp.shear = designShear(in, input.shear, input.materials);
             if (!sp.shear.ok()) {
                 r.failures.push_back("Span " + std::to_string(i + 1) + ": " + sp.shear.message);

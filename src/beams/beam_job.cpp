@@ -108,6 +108,8 @@ BeamDesignInput designInputFromRecord(const BeamRecord& record, BeamAnalysisInpu
     in.flexure.compressionCoverCm = cover;
 
     in.bars.sideCoverCm = record.coverSideCm;
+    in.bars.crackControlFyKgCm2 = record.fyMain;
+    in.bars.tensionCoverCm = cover;
     if (s.SDIAMTXT > 0) {
         in.bars.stirrupDiameterMm = s.SDIAMTXT;
     }

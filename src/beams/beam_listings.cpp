@@ -56,6 +56,8 @@ std::string analysisListing(const BeamAnalysisInput& model, const BeamAnalysisRe
     const std::size_t n = model.spans.size();
     const Envelope& env = analysis.envelope;
     out += "Spans" + text(kGap, "") + fmt("#####", static_cast<double>(n)) + "\n";
+    out += "Scheme" + text("\\      \\", "") + fmt("#####", model.caseScheme) + "   " +
+           std::string(caseSchemeName(model.caseScheme)) + "\n";
     out += "Cases" + text(kGap, "") + fmt("#####", static_cast<double>(analysis.cases.size())) +
            "\n\n";
     out += "SUPPORT MOMENTS, ENVELOPE OF THE CASES (t.m)\n";
@@ -136,6 +138,9 @@ std::string flexureListing(const BeamDesignInput& input, const BeamDesignResult&
                 row += ", compression" + fmt(" ##", p.compressionBars.count) + " x " +
                        fmt("##", p.compressionBars.diameterMm) + " mm";
             }
+            if (p.tensionBars.crackControlGoverns) {
+                row += " (crack control)";
+            }
             if (p.flexure.minimumGoverns) {
                 row += p.flexure.fourThirdsGoverns ? " (4/3 As)" : " (rho min)";
             }
@@ -144,6 +149,15 @@ std::string flexureListing(const BeamDesignInput& input, const BeamDesignResult&
             }
         }
         out += row + "\n";
+    }
+    for (const FlexurePoint& p : result.flexurePoints) {
+        if (p.tensionBars.found && p.tensionBars.crackControlGoverns) {
+            out += "Span" + fmt(" ##", p.span + 1.0) + " " + placeName(p.place) + " " +
+                   (p.hogging ? "top" : "bottom") +
+                   ": more bars for crack control, centre spacing <= 38 * (2855 / fs) - 2.5 * "
+                   "cc <= 30 * (2855 / fs) =" +
+                   fmt(" ###.#", p.tensionBars.crackSpacingLimitCm) + " (cm), fs = 2/3 FY\n";
+        }
     }
     out += "\nMINIMUM DEPTH (cm)\n";
     out += "Span  h (cm)  h min (cm)\n";
@@ -367,6 +381,10 @@ std::string deflectionListing(const DeflectionResult& r) {
         out += "InitDef = " + val(m.initDefCm, "####.###") + "\n";
         out += "DefDL  = " + val(m.defDlCm, "####.###") + "\n";
         out += "DefLL  = " + val(m.defLlCm, "####.###") + "\n";
+        if (m.liveLifts) {
+            out += "DefLL is taken as 0: InitDef is less than DefDL, the live load lifts this "
+                   "member\n";
+        }
         out += "DefSus = " + val(m.defSusCm, "####.###") + "\n";
         out += "LNDA   = TF / (1 + 50 * ASC / Ac) = " + val(m.lnda, "####.###") + "\n";
         out += "DefLt  = DefLL + 2 * DefDL + LNDA * DefSus = " + val(m.defLtCm, "####.###") + "\n";

@@ -1,5 +1,6 @@
-// Load cases of the three schemes. Scheme 3 is the ACI live-load pattern: alternate spans give
-// the largest span moments, two adjacent spans (and every other span beyond) the support ones.
+// Load cases of the three schemes. Scheme 3 envelopes the ACI live-load patterns: alternate
+// spans give the largest span moments, two adjacent spans (and every other span beyond) the
+// support ones; the one-span cases of scheme 2 are kept in it, so that it never gives less.
 #include "beams/load_cases.h"
 
 #include <algorithm>
@@ -29,19 +30,20 @@ std::vector<LoadCase> buildLoadCases(int scheme, int spanCount) {
     ORVAK_ASSERT(spanCount >= 1 && spanCount <= 31);
     std::vector<LoadCase> cases;
     cases.push_back({CaseKind::FullLoad, -1, allSpans(spanCount)});
-    if (scheme == 2) {
-        for (int i = 0; i < spanCount; ++i) {
-            cases.push_back({CaseKind::SingleSpan, i, 1U << i});
+    auto add = [&cases](CaseKind kind, int index, std::uint32_t mask) {
+        const bool known = std::any_of(cases.begin(), cases.end(), [mask](const LoadCase& c) {
+            return c.liveSpans == mask;
+        });
+        if (!known) {
+            cases.push_back({kind, index, mask});
         }
-    } else if (scheme == 3) {
-        auto add = [&cases](CaseKind kind, int index, std::uint32_t mask) {
-            const bool known = std::any_of(cases.begin(), cases.end(), [mask](const LoadCase& c) {
-                return c.liveSpans == mask;
-            });
-            if (!known) {
-                cases.push_back({kind, index, mask});
-            }
-        };
+    };
+    if (scheme >= 2) {
+        for (int i = 0; i < spanCount; ++i) {
+            add(CaseKind::SingleSpan, i, 1U << i);
+        }
+    }
+    if (scheme == 3) {
         add(CaseKind::OddSpans, -1, alternateSpans(0, spanCount));
         if (spanCount >= 2) {
             add(CaseKind::EvenSpans, -1, alternateSpans(1, spanCount));
@@ -59,6 +61,19 @@ std::vector<LoadCase> buildLoadCases(int scheme, int spanCount) {
         }
     }
     return cases;
+}
+
+std::string_view caseSchemeName(int scheme) {
+    switch (scheme) {
+    case 1:
+        return "all spans loaded";
+    case 2:
+        return "all spans, then one span at a time";
+    case 3:
+        return "full live-load pattern";
+    default:
+        return "unknown scheme";
+    }
 }
 
 SpanFactors spanFactors(const LoadCase& loadCase, int span, const LoadFactors& factors) {

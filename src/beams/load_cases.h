@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 namespace orvak::beams {
@@ -35,13 +36,18 @@ struct LoadCase {
 
 inline constexpr int kMinCaseScheme = 1;
 inline constexpr int kMaxCaseScheme = 3;
+/// The scheme a design takes unless the engineer chooses another: the full live-load pattern.
+inline constexpr int kDefaultCaseScheme = 3;
+
+/// How a scheme is named on the listings and the command line.
+std::string_view caseSchemeName(int scheme);
 
 /// The load cases of a scheme, in the order in which they are numbered.
 /// Scheme 1: the full-load case only.
 /// Scheme 2: the full-load case, then one case per span with only that span loaded.
-/// Scheme 3: the full-load case, the odd and the even spans loaded, then per interior support
-/// the two adjacent spans loaded with every other span beyond them; a pattern equal to one
-/// already built is not repeated.
+/// Scheme 3, the full live-load pattern: the cases of scheme 2, then the odd and the even
+/// spans loaded, then per interior support the two adjacent spans loaded with every other
+/// span beyond them; a pattern equal to one already built is not repeated.
 /// Preconditions: 1 <= scheme <= 3, 1 <= spanCount <= 30.
 std::vector<LoadCase> buildLoadCases(int scheme, int spanCount);
 

@@ -269,7 +269,14 @@ DeflectionResult computeLongTermDeflection(const DeflectionInput& input) {
         m.ieAvg = avg[i];
         m.defDlCm = runDl.service.dead.maxDeflections[i].deflectionMm / 10.0;
         m.initDefCm = runTot.service.total.maxDeflections[i].deflectionMm / 10.0;
+        // Both largest deflections are downward or zero, and the total state is the softer
+        // one under the larger load: where its deflection still comes out smaller, the live
+        // load lifts the member, and no live deflection is counted.
         m.defLlCm = m.initDefCm - m.defDlCm;
+        if (m.defLlCm < 0.0 && !core::negligible(m.defLlCm, m.defDlCm)) {
+            m.liveLifts = true;
+        }
+        m.defLlCm = std::max(m.defLlCm, 0.0);
         m.ieFromJoint = ieFromJoint[i];
         m.defSusCm = runSus.service.dead.maxDeflections[i].deflectionMm / 10.0;
         const double ac = r.members[i].cracked.ac;

@@ -81,7 +81,11 @@ struct MemberDeflection {
     int ieFromJoint = 0;
     double initDefCm = 0.0; ///< immediate deflection under dead + live
     double defDlCm = 0.0;
-    double defLlCm = 0.0;  ///< immediate, Δ(D+L) - ΔD
+    double defLlCm = 0.0;  ///< immediate, Δ(D+L) - ΔD, never below 0 (see liveLifts)
+    /// Δ(D+L) came out below ΔD: the live load lifts the member (live load on a neighbour or an
+    /// overhang, or a tip that rises), and DefLL is taken as 0 rather than letting an upward
+    /// live deflection reduce the long-term one.
+    bool liveLifts = false;
     double defSusCm = 0.0; ///< immediate under dead + the sustained live part
     double lnda = 0.0;
     double defLtCm = 0.0;   ///< DefLL + 2 DefDL + LNDA DefSus

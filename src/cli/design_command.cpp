@@ -27,7 +27,7 @@ struct DesignOptions {
     std::string project;
     int floor = 0; ///< 0: every floor
     int beam = 0;  ///< 0: every beam
-    int scheme = 2;
+    int scheme = beams::kDefaultCaseScheme;
 };
 
 std::string statusWord(beams::BeamJobStatus status) {
@@ -128,8 +128,9 @@ void addDesignCommands(CLI::App& app, CommandContext& context) {
         ->check(CLI::Range(1, 32767));
     design
         ->add_option("--scheme", o->scheme,
-                     fmt::format("Load-case scheme {} to {} (default 2)", beams::kMinCaseScheme,
-                                 beams::kMaxCaseScheme))
+                     fmt::format("Load-case scheme {} to {} (default {}: {})", beams::kMinCaseScheme,
+                                 beams::kMaxCaseScheme, beams::kDefaultCaseScheme,
+                                 beams::caseSchemeName(beams::kDefaultCaseScheme)))
         ->check(CLI::Range(beams::kMinCaseScheme, beams::kMaxCaseScheme));
     design->callback([&context, o] { context.action = [o] { return runDesign(*o); }; });
 }

@@ -67,6 +67,45 @@ TEST(BarSelection, CentroidOfSeveralLayers) {
     EXPECT_EQ(layerCentroidOffsetCm(one, s), 0.0);
 }
 
+TEST(BarSelection, CrackControlSpreadsTheBarsOfAWideWeb) {
+    // FY 4200: fs = 2/3 FY = 2800 kg/cm², 280 MPa = 2855.2 kg/cm², ratio 1.019716.
+    // s max = 38 × 1.019716 - 2.5 cc = 38.749 - 2.5 cc, and at most 30 × 1.019716 = 30.591.
+    EXPECT_NEAR(crackControlMaxSpacingCm(4200, 3.9), 38.749 - 9.75, 1e-3);
+    EXPECT_NEAR(crackControlMaxSpacingCm(4200, 0.0), 30.591, 1e-3);
+    EXPECT_EQ(crackControlMaxSpacingCm(4200, 20.0), 0.0);
+
+    // An 80 cm web, covers 2.5, stirrups 8 mm: 73.4 cm inside; 5 cm from the tension face
+    // to the bars' centres. Without the rule 7.0 cm² takes 2 x 22 mm (7.60), 67.8 cm apart.
+    BarSelectionSettings s;
+    const BarChoice loose = selectBars(7.0, 80, kTable, s);
+    EXPECT_EQ(loose.count, 2);
+    EXPECT_DOUBLE_EQ(loose.diameterMm, 22);
+    // With it, n bars stand (73.4 - db) / (n - 1) apart:
+    //   22 mm: cc 3.9, s max 28.999 -> n >= 1 + 71.2 / 28.999 = 3.46: 4 bars, 15.20 cm²;
+    //   14 mm: cc 4.3, s max 27.999 -> n >= 1 + 72.0 / 27.999 = 3.57: 4, and the area asks 5
+    //   (7.70); 12 mm: 7 (7.91); 16 mm: 4 (8.04); 18 mm: 4 (10.16). Least steel: 5 x 14 mm,
+    //   where the area governs.
+    s.crackControlFyKgCm2 = 4200;
+    s.tensionCoverCm = 5;
+    const BarChoice spread = selectBars(7.0, 80, kTable, s);
+    EXPECT_EQ(spread.count, 5);
+    EXPECT_DOUBLE_EQ(spread.diameterMm, 14);
+    EXPECT_FALSE(spread.crackControlGoverns);
+    // 3.0 cm² asks for three 12 mm bars; the spacing asks for four (12 mm: cc 4.4,
+    // s max 27.749, 1 + 72.2 / 27.749 = 3.60), which the listing must name.
+    const BarChoice small = selectBars(3.0, 80, kTable, s);
+    EXPECT_EQ(small.count, 4);
+    EXPECT_DOUBLE_EQ(small.diameterMm, 12);
+    EXPECT_TRUE(small.crackControlGoverns);
+    EXPECT_NEAR(small.crackSpacingLimitCm, 27.749, 1e-3);
+    // A 30 cm web: two 22 mm bars stand 23.4 - 2.2 = 21.2 cm apart, within the limit.
+    const BarChoice narrow = selectBars(7.0, 30, kTable, s);
+    EXPECT_EQ(narrow.count, 2);
+    EXPECT_DOUBLE_EQ(narrow.diameterMm, 22);
+    // A face with no steel required keeps its two corner bars: it is not in tension.
+    EXPECT_EQ(selectBars(0.0, 80, kTable, s).count, 2);
+}
+
 TEST(BarSelection, NothingFitsANarrowWebOrTooManyLayers) {
     BarSelectionSettings s;
     EXPECT_FALSE(selectBars(2.0, 10, kTable, s).found);

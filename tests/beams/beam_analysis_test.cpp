@@ -275,20 +275,55 @@ TEST(BeamAnalysisCases, SchemeTwoPatternOnTwoEqualSpans) {
 TEST(BeamAnalysisCases, SchemesBuildTheirPatterns) {
     EXPECT_EQ(buildLoadCases(1, 5).size(), 1u);
     EXPECT_EQ(buildLoadCases(2, 30).size(), 31u);
-    // ACI pattern on four spans (bits = spans carrying live load, span 1 = bit 0): full, odd
-    // spans, even spans, then beside supports B, C, D two adjacent spans plus every other
-    // span beyond them.
+    // Full pattern on four spans (bits = spans carrying live load, span 1 = bit 0): full, each
+    // span alone, odd spans, even spans, then beside supports B, C, D two adjacent spans plus
+    // every other span beyond them.
     std::vector<std::uint32_t> masks;
     for (const LoadCase& c : buildLoadCases(3, 4)) {
         masks.push_back(c.liveSpans);
     }
-    const std::vector<std::uint32_t> aci = {0b1111, 0b0101, 0b1010, 0b1011, 0b0110, 0b1101};
+    const std::vector<std::uint32_t> aci = {0b1111, 0b0001, 0b0010, 0b0100, 0b1000,
+                                            0b0101, 0b1010, 0b1011, 0b0110, 0b1101};
     EXPECT_EQ(masks, aci);
+    // Two spans: the adjacent pattern of support B is the full load, odd and even spans are
+    // the one-span cases, so nothing is repeated.
+    EXPECT_EQ(buildLoadCases(3, 2).size(), 3u);
     // Unloaded spans keep their dead load under the second dead factor, without live load.
     const LoadFactors f{{1.4, 0.9}, {1.7, 1.0}};
     const SpanFactors unloaded = spanFactors(buildLoadCases(2, 3)[1], 2, f);
     EXPECT_EQ(unloaded.dead, 0.9);
     EXPECT_EQ(unloaded.live, 0.0);
+}
+
+TEST(BeamAnalysisCases, DefaultPatternEnvelopesAdjacentSpans) {
+    // Three equal pinned spans, dead 20 and live 10 kg/cm; a loaded span takes
+    // 1.4·20 + 1.7·10 = 45, an unloaded one 0.9·20 = 18.
+    // Three-moment equation, equal spans and EI, M_A = M_D = 0:
+    //   4 M_B + M_C = -(w1 + w2) L² / 4,   M_B + 4 M_C = -(w2 + w3) L² / 4
+    //   => M_B = -(4 w1 + 3 w2 - w3) L² / 60.
+    // All loaded: -(180 + 135 - 45) / 60 = -4.50 L². Scheme 2's one-span cases give at most
+    // that: span 1 alone -(180 + 54 - 18) / 60 = -3.60 L². Spans 1 and 2 loaded (the adjacent
+    // pattern of B): -(180 + 135 - 18) / 60 = -4.95 L², 10 % more.
+    // Span 1 sags most with spans 1 and 3 loaded: M_B = -(180 + 54 - 45) / 60 = -3.15 L²,
+    // R_A = 22.5 L - 3.15 L = 19.35 L, M = R_A² / (2 · 45) = 19.35² L² / 90; with span 1
+    // alone R_A = 22.5 L - 3.6 L = 18.9 L.
+    const double l = 600.0;
+    auto in = makeBeam({l, l, l}, {kPinned, kPinned, kPinned, kPinned});
+    in.factors.dead = {1.4, 0.9};
+    in.factors.live = {1.7, 1.0};
+    for (int i = 0; i < 3; ++i) {
+        addLoad(in, i, LoadKind::Uniform, 20.0, 10.0);
+    }
+    EXPECT_EQ(BeamAnalysisInput{}.caseScheme, 3) << "the full pattern is the default";
+    in.caseScheme = 2;
+    const auto two = run(in);
+    EXPECT_REL(two.envelope.supportMomentMinKgCm[1], -4.5 * l * l);
+    EXPECT_REL(two.envelope.spanMomentMax[0].value, 18.9 * 18.9 * l * l / 90);
+    in.caseScheme = 3;
+    const auto full = run(in);
+    EXPECT_REL(full.envelope.supportMomentMinKgCm[1], -4.95 * l * l);
+    EXPECT_REL(full.envelope.supportMomentMinKgCm[2], -4.95 * l * l);
+    EXPECT_REL(full.envelope.spanMomentMax[0].value, 19.35 * 19.35 * l * l / 90);
 }
 
 TEST(BeamAnalysisDeflection, SimpleSpanUniformLoad) {

@@ -1,6 +1,7 @@
 // Design of a whole beam: the design points and their values against the closed forms of a
 // two-span beam, the depth messages, and input that must fail with a sentence, not NaN.
 #include "beams/beam_design.h"
+#include "beams/beam_listings.h"
 
 #include <cmath>
 
@@ -81,6 +82,38 @@ TEST(BeamDesign, BarsInTwoLayersLowerTheEffectiveDepth) {
     EXPECT_EQ(top.tensionBars.layers, 2);
     EXPECT_NEAR(top.flexure.effectiveDepthCm, 54.3167, 1e-4);
     EXPECT_NEAR(top.flexure.tensionAreaCm2, 10.676, 1e-3);
+    // The shear at that support takes the same lower d: Vc = 0.53 √250 × 25 × 54.3167
+    // = 11,379.5 kg, not the 11,522.5 kg of d = 55.
+    const ShearPoint& support = r.shearPoints[2];
+    ASSERT_EQ(support.place, PointPlace::Right);
+    EXPECT_NEAR(support.shear.vcKg, 0.53 * std::sqrt(250.0) * 25.0 * 54.3167, 0.01);
+    // The field's single layer keeps d = 55: 0.53 × 15.8114 × 25 × 55 = 11,522.5 kg.
+    EXPECT_NEAR(r.shearPoints[1].shear.vcKg, 0.53 * std::sqrt(250.0) * 25.0 * 55.0, 0.01);
+}
+
+TEST(BeamDesign, ALiveLoadThatLiftsASpanCountsNoLiveDeflection) {
+    // A 6 m span with a 2 m overhang: dead load 20 kg/cm on the span only, live load 40 kg/cm
+    // on the overhang only. The overhang's live load hogs the support by 40 × 200² / 2 =
+    // 800,000 kg·cm and lifts the span by about M L² / (16 EI) = 1.8e10 / EI at mid-span,
+    // against the dead load's 5 w L⁴ / (384 EI) = 3.375e10 / EI: under dead + live the span
+    // deflects less than under dead load alone, and the live deflection is not negative.
+    BeamDesignInput in = twoSpanDesignInput(30, 60, 60);
+    in.model.spans[1].lengthCm = 200;
+    in.model.supports[2] = supportFromCodes(0, 0);
+    in.model.spans[0].loads[loadIndex(LoadKind::Uniform)] = {true, 20.0, 0.0, 0, 0, {}};
+    in.model.spans[1].loads[loadIndex(LoadKind::Uniform)] = {true, 0.0, 40.0, 0, 0, {}};
+    in.analysis = analyzeBeam(in.model);
+    ASSERT_TRUE(in.analysis.ok()) << in.analysis.message;
+    const BeamDesignResult r = designBeam(in);
+    ASSERT_TRUE(r.deflection.ok) << r.deflection.message;
+    const MemberDeflection& m = r.deflection.deflections.at(0);
+    EXPECT_LT(m.initDefCm, m.defDlCm);
+    EXPECT_TRUE(m.liveLifts);
+    EXPECT_EQ(m.defLlCm, 0.0);
+    EXPECT_NEAR(m.defLtCm, 2.0 * m.defDlCm + m.lnda * m.defSusCm, 1e-9);
+    const std::string listing = deflectionListing(r.deflection);
+    EXPECT_NE(listing.find("DefLL is taken as 0"), std::string::npos);
+    EXPECT_EQ(listing.find("DefLL  =  -"), std::string::npos);
 }
 
 TEST(BeamDesign, JointsWithoutSupportInsideASpanDoNotCutIt) {
