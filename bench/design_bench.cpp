@@ -8,6 +8,7 @@
 #include <string>
 
 #include "beams/beam_job.h"
+#include "jobs/beam_design_job.h"
 #include "beams/model_json.h"
 #include "bench_models.h"
 #include "core/file_util.h"
@@ -75,7 +76,7 @@ void BM_DesignDemoProject(benchmark::State& state) {
         beams = 0;
         for (const auto& floor : orvak::floors::readFloors(demo.project())) {
             for (const auto& record : readBeamFile(demo.project(), floor.number)) {
-                BeamJobResult r = designBeamRecord(demo.project(), record, barTable, 2);
+                auto r = orvak::jobs::designBeams(demo.project(), {record}, barTable, 2);
                 benchmark::DoNotOptimize(r);
                 ++beams;
             }

@@ -46,7 +46,12 @@ CREATE INDEX BEAMINDEX_INDEX ON SteelQntTable (BEAMINDEX);
 CREATE INDEX IRONINDEX_INDEX ON SteelQntTable (IRONINDEX);
 CREATE INDEX GENERAL_INDEX ON SteelQntTable (GENERAL);
 CREATE INDEX SHEET_INDEX ON SteelQntTable (SHTINDX);
+CREATE INDEX ELEMENT_INDEX ON SteelQntTable (GENERAL, CIELINDEX, BEAMINDEX);
 )";
+
+// The element of a design run, found by kind, floor and number in one indexed lookup.
+constexpr std::string_view kCreateElementIndex =
+    "CREATE INDEX IF NOT EXISTS ELEMENT_INDEX ON SteelQntTable (GENERAL, CIELINDEX, BEAMINDEX)";
 
 constexpr const char* kColumnNames[] = {
     "MAINKEY",  "BLDCLBEAM", "SUBBUILDNO", "CIELINDEX", "BEAMINDEX", "IRONINDEX", "GENERAL",
@@ -244,6 +249,13 @@ void prepareSchema(SQLite::Database& db, const fs::path& path) {
         throw FileError(path, "This file is a database but does not hold the steel quantities "
                               "table; it was left as it is");
     }
+    // Stores made before the element index get it now: a design replaces an element's items
+    // through it. A store that cannot be written now (another program holds it) is used as it
+    // is; the lookups are then slower, not wrong.
+    try {
+        db.exec(std::string(kCreateElementIndex));
+    } catch (const SQLite::Exception&) {
+    }
 }
 
 } // namespace
@@ -364,6 +376,55 @@ std::size_t IronDatabase::replaceItems(const std::vector<std::string>& removedKe
         tx.commit();
         return added;
     });
+}
+
+std::size_t IronDatabase::replaceElementItems(ElementKind kind, std::int16_t slab,
+                                              std::int16_t element,
+                                              const std::vector<SteelItem>& items,
+                                              const std::function<void()>& beforeCommit) {
+    std::vector<SteelItem> rows;
+    rows.reserve(items.size());
+    for (const SteelItem& item : items) {
+        rows.push_back(normalized(item));
+    }
+    return guarded(m_path, [&] {
+        SQLite::Transaction tx(*m_db, SQLite::TransactionBehavior::IMMEDIATE);
+        SQLite::Statement remove(*m_db, "DELETE FROM SteelQntTable WHERE GENERAL = ? AND "
+                                        "CIELINDEX = ? AND BEAMINDEX = ?");
+        remove.bind(1, static_cast<int>(kind));
+        remove.bind(2, slab);
+        remove.bind(3, element);
+        remove.exec();
+        std::size_t added = 0;
+        for (const SteelItem& it : rows) {
+            added += writeItem(*m_db, it) == SaveKind::Added ? 1 : 0;
+        }
+        if (beforeCommit) {
+            beforeCommit();
+        }
+        tx.commit();
+        return added;
+    });
+}
+
+void IronDatabase::deferDurability() {
+    guarded(m_path, [&] {
+        m_db->exec("PRAGMA journal_mode = WAL");
+        m_db->exec("PRAGMA synchronous = NORMAL");
+    });
+}
+
+void IronDatabase::flushDeferred() {
+    guarded(m_path, [&] {
+        m_db->exec("PRAGMA wal_checkpoint(TRUNCATE)");
+        m_db->exec("PRAGMA synchronous = FULL");
+    });
+    // Back to the plain journal, so that the store is one file again when the project is
+    // copied or archived. Another connection keeps the log in use; it is then left as it is.
+    try {
+        m_db->exec("PRAGMA journal_mode = DELETE");
+    } catch (const SQLite::Exception&) {
+    }
 }
 
 std::optional<SteelItem> IronDatabase::findItem(std::string_view mainKey) const {

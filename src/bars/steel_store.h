@@ -127,6 +127,21 @@ public:
     std::size_t replaceItems(const std::vector<std::string>& removedKeys,
                              const std::vector<SteelItem>& items,
                              const std::function<void()>& beforeCommit = {});
+    /// Deletes every item of one element (its kind, slab and number: the GENERAL, CIELINDEX
+    /// and BEAMINDEX fields) and saves `items`, in one transaction through the element index;
+    /// `beforeCommit` as in replaceItems. Returns how many items were added.
+    std::size_t replaceElementItems(ElementKind kind, std::int16_t slab, std::int16_t element,
+                                    const std::vector<SteelItem>& items,
+                                    const std::function<void()>& beforeCommit = {});
+
+    /// For a design run: the transactions that follow still commit one by one and a crash
+    /// never damages the store, but they are flushed to disk together by flushDeferred()
+    /// (a write-ahead log, synced at its checkpoint). A power cut before that may lose the
+    /// run's items, never what was stored before the run.
+    void deferDurability();
+    /// Makes the deferred transactions durable and returns the store to its plain journal.
+    void flushDeferred();
+
     std::optional<SteelItem> findItem(std::string_view mainKey) const;
     /// `delqnt`: deletes the item of that key; false when there was none.
     bool deleteItem(std::string_view mainKey);

@@ -1,5 +1,5 @@
-// Design of one stored beam from its files to its listings and steel items: read, analyse with
-// case files, design, write the four listings, and record the chosen bars in Iron.db.
+// Design of one stored beam from its record to everything the design produces: the four
+// listings, the bar items of the steel store and the analysis the case files are made of.
 #include "beams/beam_job.h"
 
 #include <algorithm>
@@ -9,27 +9,14 @@
 #include <fmt/format.h>
 
 #include "beams/beam_listings.h"
-#include "beams/case_files.h"
 #include "core/error.h"
-#include "core/file_util.h"
+#include "core/sheet.h"
 
 namespace fs = std::filesystem;
 
 namespace orvak::beams {
 
 namespace {
-
-std::string withCrLf(const std::string& text) {
-    std::string out;
-    out.reserve(text.size() + text.size() / 40);
-    for (const char c : text) {
-        if (c == '\n') {
-            out += '\r';
-        }
-        out += c;
-    }
-    return out;
-}
 
 const FlexurePoint* findPoint(const BeamDesignResult& result, int span, PointPlace place,
                               bool hogging) {
@@ -43,18 +30,6 @@ const FlexurePoint* findPoint(const BeamDesignResult& result, int span, PointPla
 
 double anchorageCm(double diameterMm) {
     return kAnchorageDiameters * diameterMm / 10.0;
-}
-
-// Saves the files as one set as far as the file system allows: every file is written and
-// flushed to its temporary beside the target before the first is renamed over its target, so
-// a full disk or a refused write changes none of them. Only a rename that fails after others
-// (hardly ever: the temporaries stand in the same folders) can leave the set mixed.
-void saveTogether(std::span<const std::pair<fs::path, std::string>> files) {
-    if (files.empty()) {
-        return;
-    }
-    core::saveFileAtomically(files.front().first, files.front().second,
-                             [&](const fs::path&) { saveTogether(files.subspan(1)); });
 }
 
 float wholeCm(double cm) {
@@ -160,14 +135,7 @@ std::string listingBaseName(const BeamRecord& record) {
     // The floor is part of the identification: every floor numbers its beams from 1 and
     // engineers reuse beam names from floor to floor, so without it the listings of one
     // floor's beam would overwrite another's.
-    std::string base = fmt::format("F{}-{}_{}", record.floor, name, record.number);
-    for (char& c : base) {
-        const auto u = static_cast<unsigned char>(c);
-        if (u < 0x20 || u == 0x7F || std::string_view("/\\:*?\"<>|").find(c) != std::string::npos) {
-            c = '_';
-        }
-    }
-    return base;
+    return core::sheetBaseName(fmt::format("F{}-{}_{}", record.floor, name, record.number));
 }
 
 std::vector<bars::SteelItem> beamSteelItems(const BeamRecord& record, const BeamDesignInput& input,
@@ -318,85 +286,47 @@ bars::BarPropertyTable designBarTable(const fs::path& generalFolder) {
     return chosen;
 }
 
-BeamJobResult designBeamRecord(const fs::path& projectFolder, const BeamRecord& record,
-                               const std::vector<bars::BarProperties>& barTable, int scheme) {
-    BeamJobResult job;
+BeamDesignOutputs designBeamOutputs(const fs::path& projectFolder, const BeamRecord& record,
+                                    const std::vector<bars::BarProperties>& barTable, int scheme) {
+    BeamDesignOutputs out;
+    BeamJobResult& job = out.report;
     job.name = record.name;
     job.floor = record.floor;
     job.number = record.number;
+    job.scheme = scheme;
     const std::string problem = validateBeam(record);
     if (!problem.empty()) {
         throw InputError(fmt::format("Floor {}, beam {} ({}): {}.", record.floor, record.number,
                                      record.name, problem));
     }
 
-    BeamAnalysisResult analysis = analyseBeamWithCaseFiles(projectFolder, record, scheme);
+    BeamAnalysisInput model = analysisInput(record, scheme);
+    BeamAnalysisResult analysis = analyzeBeam(model);
     if (!analysis.ok()) {
         job.status = BeamJobStatus::AnalysisFailed;
         job.failures.push_back(analysis.message);
-        return job;
+        return out;
     }
     const BeamDesignInput input =
-        designInputFromRecord(record, analysisInput(record, scheme), std::move(analysis), barTable);
+        designInputFromRecord(record, std::move(model), std::move(analysis), barTable);
     const BeamDesignResult design = designBeam(input);
     job.failures = design.failures;
     job.messages = design.messages;
     job.status = design.ok() ? BeamJobStatus::Designed : BeamJobStatus::ChecksFailed;
+    out.items = beamSteelItems(record, input, design);
 
-    const std::vector<bars::SteelItem> items = beamSteelItems(record, input, design);
-    bars::IronDatabase db = bars::OpenIronDatabase(projectFolder);
-    std::vector<std::string> earlier;
-    for (const auto& element : db.elementNames()) {
-        for (const auto& item : db.itemsByMark(kBeamSteelKind, element)) {
-            if (item.slab == record.floor && item.beam == record.number) {
-                earlier.push_back(item.mainKey);
-            }
-        }
-    }
-
-    // Build every text before writing the first file, and make sure that each listing can
-    // stand where it goes (a folder of that name would stop the writing half way).
     const std::string base = listingBaseName(record);
-    const std::pair<std::string_view, std::string> listings[] = {
+    const std::pair<std::string_view, core::Sheet> listings[] = {
         {kShearListingExt, shearListing(input, design)},
         {kAnalysisListingExt, analysisListing(input.model, input.analysis)},
         {kFlexureListingExt, flexureListing(input, design)},
         {kDeflectionListingExt, deflectionListing(design.deflection)},
     };
-    for (const auto& [ext, text] : listings) {
-        const fs::path file = projectFolder / (base + std::string(ext));
-        std::error_code ec;
-        if (fs::exists(file, ec) && !fs::is_regular_file(file, ec)) {
-            throw FileError(file, "The listing cannot be written: something other than a file "
-                                  "stands at its place in the project folder.");
-        }
+    for (const auto& [ext, sheet] : listings) {
+        out.listings.push_back({projectFolder / (base + std::string(ext)), sheet.bytes()});
     }
-
-    // The beam's earlier items go and the new ones come in one transaction, and the listings
-    // are written while it holds the store's write lock: a store that cannot be written
-    // stops the job before any listing, and a listing that cannot be written leaves the
-    // store as it was.
-    std::vector<std::pair<fs::path, std::string>> files;
-    for (const auto& [ext, text] : listings) {
-        files.emplace_back(projectFolder / (base + std::string(ext)), withCrLf(text));
-    }
-    db.replaceItems(earlier, items, [&] { saveTogether(files); });
-    for (const auto& file : files) {
-        job.files.push_back(file.first);
-    }
-    job.steelItems = items.size();
-    return job;
-}
-
-BeamJobResult designStoredBeam(const fs::path& projectFolder, const fs::path& generalFolder,
-                               int floor, int beamNumber, int scheme) {
-    const std::vector<BeamRecord> beams = readBeamFile(projectFolder, floor);
-    const auto it = std::find_if(beams.begin(), beams.end(),
-                                 [&](const BeamRecord& b) { return b.number == beamNumber; });
-    if (it == beams.end()) {
-        throw InputError(fmt::format("Floor {} has no beam {}.", floor, beamNumber));
-    }
-    return designBeamRecord(projectFolder, *it, designBarTable(generalFolder).rows, scheme);
+    out.analysis = input.analysis;
+    return out;
 }
 
 } // namespace orvak::beams

@@ -1,5 +1,6 @@
-// Design of one stored beam from its files to its listings and steel items: read, analyse with
-// case files, design, write the four listings, and record the chosen bars in Iron.db.
+// Design of one stored beam from its record to everything the design produces: the four
+// listings, the bar items of the steel store and the analysis the case files are made of.
+// Nothing is written here: the design job runner puts a run's outputs in place.
 #pragma once
 
 #include <cstdint>
@@ -11,6 +12,7 @@
 #include "bars/steel_store.h"
 #include "beams/beam_design.h"
 #include "beams/beam_record.h"
+#include "core/output_batch.h"
 
 namespace orvak::beams {
 
@@ -45,6 +47,15 @@ struct BeamJobResult {
     std::vector<std::string> messages; ///< the depth messages of the design
     std::vector<std::filesystem::path> files; ///< listings written, in extension order
     std::size_t steelItems = 0;               ///< bar items recorded for this beam
+    int scheme = 0;                           ///< the load-case scheme of the analysis
+};
+
+/// What the design of one beam produces, before anything is written.
+struct BeamDesignOutputs {
+    BeamJobResult report; ///< status, failures and messages (files and steelItems still empty)
+    std::vector<core::OutputFile> listings; ///< the four listings, CR LF, in extension order
+    std::vector<bars::SteelItem> items;     ///< the bar items, marks from 1
+    BeamAnalysisResult analysis;            ///< the cases of the analysis (for the case files)
 };
 
 /// The design input of a beam whose analysis is done: the record's materials, covers and
@@ -71,16 +82,11 @@ std::vector<bars::SteelItem> beamSteelItems(const BeamRecord& record, const Beam
 /// when the user's file holds records but no usable bar.
 bars::BarPropertyTable designBarTable(const std::filesystem::path& generalFolder);
 
-/// Designs a beam already read. Throws InputError when the record is not valid, FileError
-/// when a file cannot be written. An analysis that fails writes no listing and leaves the
-/// steel store untouched.
-BeamJobResult designBeamRecord(const std::filesystem::path& projectFolder, const BeamRecord& record,
-                               const std::vector<bars::BarProperties>& barTable, int scheme);
-
-/// Reads beam `beamNumber` of floor `floor` of the project and designs it (see
-/// designBeamRecord). Throws InputError when there is no such beam or the bar table is empty.
-BeamJobResult designStoredBeam(const std::filesystem::path& projectFolder,
-                               const std::filesystem::path& generalFolder, int floor,
-                               int beamNumber, int scheme);
+/// Designs a beam already read, under a load-case scheme, into its outputs (listings named
+/// after listingBaseName in `projectFolder`). Throws InputError when the record is not valid.
+/// A beam that cannot be analysed (unstable, say) has status AnalysisFailed and no outputs.
+BeamDesignOutputs designBeamOutputs(const std::filesystem::path& projectFolder,
+                                    const BeamRecord& record,
+                                    const std::vector<bars::BarProperties>& barTable, int scheme);
 
 } // namespace orvak::beams

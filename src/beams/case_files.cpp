@@ -96,8 +96,8 @@ void removeCaseFiles(const fs::path& folder) {
     }
 }
 
-void writeCaseFiles(const fs::path& folder, const BeamRecord& beam, int caseScheme,
-                    const BeamAnalysisResult& result) {
+std::vector<core::OutputFile> caseFileOutputs(const fs::path& folder, const BeamRecord& beam,
+                                              int caseScheme, const BeamAnalysisResult& result) {
     ORVAK_ASSERT(result.ok());
     const BeamAnalysisInput input = analysisInput(beam, caseScheme);
     core::RecordFile cases(folder / kLoadCasesFile, kBeamRecordLength);
@@ -115,10 +115,17 @@ void writeCaseFiles(const fs::path& folder, const BeamRecord& beam, int caseSche
         t2.write(i + 1, stationRecord(number, c, spanCount, true));
         t3.write(i + 1, stationRecord(number, c, spanCount, false));
     }
-    cases.save();
-    t1.save();
-    t2.save();
-    t3.save();
+    std::vector<core::OutputFile> files;
+    for (const core::RecordFile* f : {&cases, &t1, &t2, &t3}) {
+        const std::vector<std::uint8_t> image = f->image();
+        files.push_back({f->path(), std::string(image.begin(), image.end())});
+    }
+    return files;
+}
+
+void writeCaseFiles(const fs::path& folder, const BeamRecord& beam, int caseScheme,
+                    const BeamAnalysisResult& result) {
+    core::saveTogether(caseFileOutputs(folder, beam, caseScheme, result));
 }
 
 BeamAnalysisResult analyseBeamWithCaseFiles(const fs::path& folder, const BeamRecord& beam,

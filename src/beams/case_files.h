@@ -4,9 +4,11 @@
 
 #include <filesystem>
 #include <string_view>
+#include <vector>
 
 #include "beams/beam_analysis.h"
 #include "beams/beam_record.h"
+#include "core/output_batch.h"
 #include "core/record.h"
 
 namespace orvak::beams {
@@ -66,7 +68,13 @@ BeamRecord caseRecord(const BeamRecord& beam, const LoadCase& loadCase, const Lo
 /// cannot be deleted.
 void removeCaseFiles(const std::filesystem::path& folder);
 
-/// Writes the four case files of an analysed beam, one record per factored case.
+/// The four case files of an analysed beam, one record per factored case, as files to write.
+/// Precondition: result.ok().
+std::vector<core::OutputFile> caseFileOutputs(const std::filesystem::path& folder,
+                                              const BeamRecord& beam, int caseScheme,
+                                              const BeamAnalysisResult& result);
+
+/// Writes the four case files of an analysed beam together (see caseFileOutputs).
 /// Precondition: result.ok().
 void writeCaseFiles(const std::filesystem::path& folder, const BeamRecord& beam, int caseScheme,
                     const BeamAnalysisResult& result);

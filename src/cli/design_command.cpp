@@ -7,6 +7,7 @@
 #include <fmt/format.h>
 
 #include "beams/beam_job.h"
+#include "jobs/beam_design_job.h"
 #include "beams/load_cases.h"
 #include "cli/cli_support.h"
 #include "cli/commands.h"
@@ -30,13 +31,13 @@ struct DesignOptions {
     int scheme = beams::kDefaultCaseScheme;
 };
 
-std::string statusWord(beams::BeamJobStatus status) {
+std::string statusWord(jobs::ElementStatus status) {
     switch (status) {
-    case beams::BeamJobStatus::Designed:
+    case jobs::ElementStatus::Designed:
         return "designed";
-    case beams::BeamJobStatus::ChecksFailed:
+    case jobs::ElementStatus::ChecksFailed:
         return "FAILS CHECKS";
-    case beams::BeamJobStatus::AnalysisFailed:
+    case jobs::ElementStatus::NotDesigned:
         return "NOT DESIGNED";
     }
     return "";
@@ -51,66 +52,30 @@ int runDesign(const DesignOptions& o) {
     if (table.builtIn) {
         noteBuiltInBarTable();
     }
-    const std::vector<bars::BarProperties>& barTable = table.rows;
+    const std::vector<beams::BeamRecord> chosen =
+        jobs::chooseBeams(project, {o.floor, o.beam}, page);
 
-    std::vector<floors::Floor> chosenFloors;
-    for (const auto& f : floors::readFloors(project)) {
-        if (o.floor == 0 || f.number == o.floor) {
-            chosenFloors.push_back(f);
-        }
-    }
-    if (o.floor != 0 && chosenFloors.empty()) {
-        throw InputError(fmt::format("The project has no floor {}.", o.floor));
-    }
-
-    // Every chosen beam is read and checked before the first one is designed, so that a bad
-    // record stops the run before anything is written.
-    std::vector<beams::BeamRecord> chosen;
-    for (const auto& f : chosenFloors) {
-        bool found = false;
-        for (auto& record : beams::readBeamFile(project, f.number)) {
-            if (o.beam != 0 && record.number != o.beam) {
-                continue;
-            }
-            found = true;
-            const std::string problem = beams::validateBeam(record);
-            if (!problem.empty()) {
-                throw InputError(fmt::format("Floor {}, beam {} ({}): {}. Nothing was designed.",
-                                             record.floor, record.number,
-                                             core::toUtf8(record.name, page), problem));
-            }
-            chosen.push_back(std::move(record));
-        }
-        if (o.beam != 0 && o.floor != 0 && !found) {
-            throw InputError(fmt::format("Floor {} has no beam {}.", f.number, o.beam));
-        }
-    }
-
-    if (chosen.empty()) {
-        throw InputError(o.beam != 0 ? fmt::format("No floor of the project has a beam {}.", o.beam)
-                                     : std::string("The project has no beam to design."));
-    }
-
-    int designed = 0;
-    int failing = 0;
-    for (const auto& record : chosen) {
-        const beams::BeamJobResult r = beams::designBeamRecord(project, record, barTable, o.scheme);
-        ++designed;
+    std::cout << fmt::format("Load cases: scheme {} ({})\n", o.scheme,
+                             beams::caseSchemeName(o.scheme));
+    jobs::JobObserver observer;
+    observer.finished = [&](std::size_t, std::size_t, const jobs::ElementReport& r) {
         std::cout << fmt::format("Floor {}, beam {} {}: {}, {} listings, {} steel items\n", r.floor,
                                  r.number, core::toUtf8(r.name, page), statusWord(r.status),
                                  r.files.size(), r.steelItems);
         for (const auto& m : r.messages) {
             std::cout << "  " << m << "\n";
         }
-        if (r.status != beams::BeamJobStatus::Designed) {
-            ++failing;
+        if (r.status != jobs::ElementStatus::Designed) {
             for (const auto& failure : r.failures) {
                 std::cout << "  " << failure << "\n";
             }
         }
-    }
-    std::cout << fmt::format("{} beams designed, {} with failures.\n", designed, failing);
-    return failing > 0 ? 2 : 0;
+        std::cout.flush();
+    };
+    const jobs::JobResult run = jobs::designBeams(project, chosen, table.rows, o.scheme, observer);
+    std::cout << fmt::format("{} beams designed, {} with failures.\n", run.elements.size(),
+                             run.failing());
+    return run.failing() > 0 ? 2 : 0;
 }
 
 } // namespace

@@ -103,8 +103,8 @@ std::optional<std::vector<std::uint8_t>> readWholeFile(const fs::path& path) {
     return bytes;
 }
 
-void saveFileAtomically(const fs::path& target, const std::vector<std::uint8_t>& bytes,
-                        const BeforeRenameHook& beforeRename) {
+fs::path writeTemporaryBeside(const fs::path& target, std::span<const std::uint8_t> bytes,
+                              bool sync) {
     const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
     std::random_device rd;
     const fs::path temp =
@@ -114,33 +114,65 @@ void saveFileAtomically(const fs::path& target, const std::vector<std::uint8_t>&
     if (fd < 0) {
         throw FileError(target, "The file cannot be saved: " + systemMessage(errno));
     }
-    const bool ok = writeAll(fd, bytes.data(), bytes.size()) && ::fsync(fd) == 0;
+    const bool ok = writeAll(fd, bytes.data(), bytes.size()) && (!sync || ::fsync(fd) == 0);
     const int writeErr = errno;
     ::close(fd);
-    std::error_code ec;
     if (!ok) {
+        std::error_code ec;
         fs::remove(temp, ec);
         throw FileError(target, "The file cannot be saved: " + systemMessage(writeErr));
     }
-    try {
-        if (beforeRename) {
-            beforeRename(temp);
-        }
-    } catch (...) {
-        fs::remove(temp, ec);
-        throw;
-    }
+    return temp;
+}
+
+void renameOver(const fs::path& temp, const fs::path& target) {
     if (::rename(temp.c_str(), target.c_str()) != 0) {
         const int err = errno;
+        std::error_code ec;
         fs::remove(temp, ec);
         throw FileError(target, "The file cannot be saved: " + systemMessage(err));
     }
-    // Make the rename itself durable.
+}
+
+void syncFolder(const fs::path& folder) {
     const int dfd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (dfd >= 0) {
         ::fsync(dfd);
         ::close(dfd);
     }
+}
+
+void flushFileSystem(const fs::path& folder) {
+    const int dfd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (dfd < 0) {
+        ::sync();
+        return;
+    }
+#ifdef __linux__
+    if (::syncfs(dfd) != 0) {
+        ::sync();
+    }
+#else
+    ::sync();
+#endif
+    ::close(dfd);
+}
+
+void saveFileAtomically(const fs::path& target, const std::vector<std::uint8_t>& bytes,
+                        const BeforeRenameHook& beforeRename) {
+    const fs::path temp = writeTemporaryBeside(target, bytes, true);
+    try {
+        if (beforeRename) {
+            beforeRename(temp);
+        }
+    } catch (...) {
+        std::error_code ec;
+        fs::remove(temp, ec);
+        throw;
+    }
+    renameOver(temp, target);
+    // Make the rename itself durable.
+    syncFolder(target.has_parent_path() ? target.parent_path() : fs::path("."));
 }
 
 void saveFileAtomically(const fs::path& target, std::string_view bytes,

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,6 +37,19 @@ void saveFileAtomically(const std::filesystem::path& target, const std::vector<s
                         const BeforeRenameHook& beforeRename = {});
 void saveFileAtomically(const std::filesystem::path& target, std::string_view bytes,
                         const BeforeRenameHook& beforeRename = {});
+
+/// The steps of a save, for callers that write several files as one set: a temporary file
+/// beside `target` holding `bytes` (flushed to disk when `sync`), named "." + the target's
+/// name + ".tmp" + a number. Throws FileError (the temporary removed) when it cannot be written.
+std::filesystem::path writeTemporaryBeside(const std::filesystem::path& target,
+                                           std::span<const std::uint8_t> bytes, bool sync);
+/// Renames a temporary over its target; on failure removes the temporary and throws FileError.
+void renameOver(const std::filesystem::path& temp, const std::filesystem::path& target);
+/// Makes the entries of a folder (renames, new files) durable.
+void syncFolder(const std::filesystem::path& folder);
+/// Flushes every written file of the file system that holds `folder` to disk, in one call
+/// (syncfs where the host has it, else a whole sync).
+void flushFileSystem(const std::filesystem::path& folder);
 
 /// Creates a folder and its parents; a folder that exists already is not an error. Throws
 /// FileError when it cannot be created.

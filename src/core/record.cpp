@@ -179,9 +179,13 @@ void RecordFile::save() const {
         saveFileAtomically(m_path, m_bytes);
         return;
     }
+    saveFileAtomically(m_path, image());
+}
+
+std::vector<std::uint8_t> RecordFile::image() const {
     std::vector<std::uint8_t> all(m_bytes);
     all.insert(all.end(), m_tail.begin(), m_tail.end());
-    saveFileAtomically(m_path, all);
+    return all;
 }
 
 } // namespace orvak::core

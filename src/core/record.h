@@ -157,6 +157,8 @@ public:
 
     /// Writes the whole image to path() crash-safely (see saveFileAtomically).
     void save() const;
+    /// The bytes save() writes: the records, then a kept partial tail.
+    std::vector<std::uint8_t> image() const;
 
 private:
     std::filesystem::path m_path;

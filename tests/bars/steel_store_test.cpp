@@ -48,7 +48,7 @@ TEST(SteelStoreKey, FiveNumbersFillTheirPlacesKeepingTheLowDigits) {
     EXPECT_EQ(makeMainKey(123, 0, 0, 123456, 1000), "23.000.000.3456.000");
 }
 
-TEST_F(SteelStore, FirstOpenCreatesTheTableWithItsFieldsAndEightIndexes) {
+TEST_F(SteelStore, FirstOpenCreatesTheTableWithItsFieldsAndIndexes) {
     { IronDatabase::open(project()); }
     ASSERT_TRUE(fs::exists(dbFile()));
     SQLite::Database db(dbFile().string());
@@ -67,10 +67,12 @@ TEST_F(SteelStore, FirstOpenCreatesTheTableWithItsFieldsAndEightIndexes) {
     while (idx.executeStep()) {
         indexes.push_back(idx.getColumn(0).getString() + (idx.getColumn(1).getInt() ? "!" : ""));
     }
+    // The eight named indexes, and the element index (kind, slab, element) through which a
+    // design replaces one element's items.
     EXPECT_EQ(indexes,
               (std::vector<std::string>{"BEAMINDEX_INDEX", "BLDCLBEAM_INDEX", "CIELINDEX_INDEX",
-                                        "GENERAL_INDEX", "IRONINDEX_INDEX", "MAINKEY_INDEX!",
-                                        "SHEET_INDEX", "SUBBUILDNO_INDEX"}));
+                                        "ELEMENT_INDEX", "GENERAL_INDEX", "IRONINDEX_INDEX",
+                                        "MAINKEY_INDEX!", "SHEET_INDEX", "SUBBUILDNO_INDEX"}));
     // Reopening an existing store keeps it.
     IronDatabase again = IronDatabase::open(project());
     EXPECT_EQ(again.itemCount(), 0u);

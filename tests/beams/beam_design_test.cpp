@@ -111,7 +111,7 @@ TEST(BeamDesign, ALiveLoadThatLiftsASpanCountsNoLiveDeflection) {
     EXPECT_TRUE(m.liveLifts);
     EXPECT_EQ(m.defLlCm, 0.0);
     EXPECT_NEAR(m.defLtCm, 2.0 * m.defDlCm + m.lnda * m.defSusCm, 1e-9);
-    const std::string listing = deflectionListing(r.deflection);
+    const std::string listing = deflectionListing(r.deflection).str();
     EXPECT_NE(listing.find("DefLL is taken as 0"), std::string::npos);
     EXPECT_EQ(listing.find("DefLL  =  -"), std::string::npos);
 }

@@ -37,6 +37,7 @@ TEST_F(CliDesign, DesignsEveryBeamAndARepeatReplacesTheSteelItems) {
     writeBarTable();
     const auto r = run({"design", project().string()});
     ASSERT_EQ(r.code, 0) << r.out << r.err;
+    EXPECT_EQ(r.out.find("Load cases: scheme 3 (full live-load pattern)\n"), 0u) << r.out;
     EXPECT_NE(r.out.find("Floor 1, beam 1 B1: designed"), std::string::npos) << r.out;
     EXPECT_NE(r.out.find("Floor 1, beam 2 B2: designed"), std::string::npos) << r.out;
     EXPECT_NE(r.out.find("2 beams designed, 0 with failures."), std::string::npos) << r.out;

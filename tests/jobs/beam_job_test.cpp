@@ -1,5 +1,5 @@
-// Tests of the design of a stored beam: listings, case files and steel items of a two-span
-// beam imported from JSON, replacement of earlier items, and an unstable beam.
+// Tests of the design of stored beams through the job runner: listings, case files and steel
+// items of a two-span beam imported from JSON, replacement of earlier items, failures.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -11,6 +11,7 @@
 #include "beams/case_files.h"
 #include "beams/model_json.h"
 #include "core/error.h"
+#include "jobs/beam_design_job.h"
 #include "support/temp_dir.h"
 #include "support/unprivileged.h"
 
@@ -19,6 +20,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+using jobs::designStoredBeam;
+using jobs::ElementStatus;
 using testing::twoBeamModel;
 using testing::writeBarTable;
 
@@ -50,13 +53,14 @@ TEST_F(BeamJob, DesignWritesListingsCaseFilesAndTheSteelOfThatBeamOnly) {
     model["floors"][0]["beams"][0]["sustained_live_percent"] = 50;
     model["floors"][0]["beams"][0]["live_load_duration_months"] = 12;
     import(model.dump());
-    const BeamJobResult r = designStoredBeam(project(), general(), 1, 1, 2);
-    ASSERT_EQ(r.status, BeamJobStatus::Designed) << (r.failures.empty() ? "" : r.failures[0]);
+    const jobs::ElementReport r = designStoredBeam(project(), general(), 1, 1, 2);
+    ASSERT_EQ(r.status, ElementStatus::Designed) << (r.failures.empty() ? "" : r.failures[0]);
 
     for (const char* ext : {".Analy0", ".Analy1", ".Analy2", ".Analy3"}) {
         EXPECT_TRUE(fs::exists(project() / (std::string("F1-B1_1") + ext))) << ext;
     }
     ASSERT_EQ(r.files.size(), 4u);
+    // The run's last beam leaves the case files of the interactive analysis.
     for (const auto name : {kLoadCasesFile, kCasesT1File, kCasesT2File, kCasesT3File}) {
         EXPECT_TRUE(fs::exists(project() / name)) << name;
     }
@@ -238,11 +242,20 @@ TEST_F(BeamJob, ListingsAndStoreChangeTogetherOrNotAtAll) {
     beams[0].spans[1].loads[loadIndex(LoadKind::Uniform)].dead = 6.0f;
     writeBeamFile(project(), 1, beams);
 
-    // A folder standing where a listing goes: nothing is written, the store keeps its items.
+    // A folder standing where a listing goes: nothing is written, the store keeps its items,
+    // and the beam is reported not designed with the reason.
     fs::remove(project() / "F1-B1_1.Analy3");
     fs::create_directory(project() / "F1-B1_1.Analy3");
-    EXPECT_THROW(designStoredBeam(project(), general(), 1, 1, 2), FileError);
+    const jobs::ElementReport blocked = designStoredBeam(project(), general(), 1, 1, 2);
+    EXPECT_EQ(blocked.status, ElementStatus::NotDesigned);
+    ASSERT_EQ(blocked.failures.size(), 1u);
+    EXPECT_NE(blocked.failures[0].find("something other than a file"), std::string::npos);
     EXPECT_EQ(test::readBytes(project() / "F1-B1_1.Analy2"), listing);
+    EXPECT_EQ(bars::OpenIronDatabase(project()).itemCount(), items);
+    for (const auto& entry : fs::directory_iterator(project())) {
+        EXPECT_EQ(entry.path().filename().string().find(".tmp"), std::string::npos)
+            << "a temporary was left: " << entry.path();
+    }
     fs::remove(project() / "F1-B1_1.Analy3");
 
     // A store that cannot be written (the user may write the folder, not Iron.db): the job
@@ -252,8 +265,10 @@ TEST_F(BeamJob, ListingsAndStoreChangeTogetherOrNotAtAll) {
                     fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
     const int outcome = test::runUnprivileged([&] {
         try {
-            designStoredBeam(project(), general(), 1, 1, 2);
-            return 1;
+            return designStoredBeam(project(), general(), 1, 1, 2).status ==
+                           ElementStatus::NotDesigned
+                       ? 0
+                       : 1;
         } catch (const FileError&) {
             return 0;
         }

@@ -1,0 +1,44 @@
+// Beams in the design job runner: which beams a run takes, and how each one is designed into
+// its listings, steel items and (for the run's last beam) the case files.
+#pragma once
+
+#include <filesystem>
+#include <vector>
+
+#include "bars/bar_tables.h"
+#include "beams/beam_record.h"
+#include "core/codepage.h"
+#include "jobs/design_job.h"
+
+namespace orvak::jobs {
+
+inline constexpr std::string_view kBeamKind = "beam";
+
+/// Which beams a run takes: a floor number and a beam number, 0 standing for every one.
+struct BeamSelection {
+    int floor = 0;
+    int beam = 0;
+};
+
+/// Reads the chosen beams of the project, floor by floor in the floors' order, and checks
+/// every one before anything is designed. Throws InputError with one sentence (names in
+/// UTF-8 through `page`) for a floor or beam that does not exist, an empty choice, or an
+/// invalid record (then nothing is designed); FileError for a damaged file.
+std::vector<beams::BeamRecord> chooseBeams(const std::filesystem::path& projectFolder,
+                                           const BeamSelection& selection, core::CodePage page);
+
+/// Designs the beams under a load-case scheme through the runner: the four listings and the
+/// bar items of each beam, and, for the last beam of the run, the case files of the
+/// interactive analysis (removed at the start of the run, so that a failed run leaves none).
+JobResult designBeams(const std::filesystem::path& projectFolder,
+                      const std::vector<beams::BeamRecord>& beams,
+                      const std::vector<bars::BarProperties>& barTable, int scheme,
+                      const JobObserver& observer = {});
+
+/// Reads beam `beamNumber` of floor `floor` and designs it alone (see designBeams), with the
+/// bar table of the GENERAL folder. Throws InputError when there is no such beam.
+ElementReport designStoredBeam(const std::filesystem::path& projectFolder,
+                               const std::filesystem::path& generalFolder, int floor,
+                               int beamNumber, int scheme);
+
+} // namespace orvak::jobs

@@ -1,0 +1,103 @@
+// The design job runner: one transaction per element, outputs staged and made durable once.
+#include "jobs/design_job.h"
+
+#include <optional>
+
+#include "core/error.h"
+
+namespace orvak::jobs {
+
+namespace {
+
+// An element that could not be designed or written: its transaction has rolled back, and the
+// files it staged go too.
+void failElement(ElementReport& report, core::OutputBatch& batch, std::size_t mark,
+                 const char* sentence) {
+    batch.discardFrom(mark);
+    report.status = ElementStatus::NotDesigned;
+    report.failures.assign(1, sentence);
+    report.files.clear();
+    report.steelItems = 0;
+}
+
+} // namespace
+
+std::size_t JobResult::failing() const {
+    std::size_t n = 0;
+    for (const ElementReport& e : elements) {
+        n += e.status == ElementStatus::Designed ? 0 : 1;
+    }
+    return n;
+}
+
+JobResult runDesignJob(const std::filesystem::path& projectFolder,
+                       const std::vector<JobElement>& elements, const JobObserver& observer) {
+    JobResult result;
+    core::OutputBatch batch(core::OutputBatch::Durability::PerRun);
+    std::optional<bars::IronDatabase> store;
+    const std::size_t n = elements.size();
+    for (std::size_t i = 0; i < n; ++i) {
+        if (observer.cancelRequested && observer.cancelRequested()) {
+            result.cancelled = true;
+            break;
+        }
+        const JobElement& element = elements[i];
+        if (observer.starting) {
+            observer.starting(i + 1, n, element);
+        }
+        ElementReport report;
+        report.kind = element.kind;
+        report.floor = element.floor;
+        report.number = element.number;
+        report.name = element.name;
+        const std::size_t mark = batch.staged();
+        try {
+            ElementOutputs out = element.design(i + 1 == n);
+            report = std::move(out.report);
+            if (report.status != ElementStatus::NotDesigned) {
+                auto stage = [&] {
+                    batch.stage(out.files);
+                    batch.stage(out.scratchFiles);
+                };
+                if (out.recordsSteel) {
+                    if (!store) {
+                        bars::IronDatabase db = bars::OpenIronDatabase(projectFolder);
+                        db.deferDurability();
+                        store.emplace(std::move(db));
+                    }
+                    store->replaceElementItems(
+                        out.steelKind, static_cast<std::int16_t>(element.floor),
+                        static_cast<std::int16_t>(element.number), out.items, stage);
+                    report.steelItems = out.items.size();
+                } else {
+                    stage();
+                }
+                for (const core::OutputFile& f : out.files) {
+                    report.files.push_back(f.path);
+                }
+            }
+        } catch (const FileError& e) {
+            failElement(report, batch, mark, e.what());
+        } catch (const InputError& e) {
+            failElement(report, batch, mark, e.what());
+        }
+        if (observer.finished) {
+            observer.finished(i + 1, n, report);
+        }
+        result.elements.push_back(std::move(report));
+    }
+    try {
+        batch.commit();
+    } catch (...) {
+        if (store) {
+            store->flushDeferred();
+        }
+        throw;
+    }
+    if (store) {
+        store->flushDeferred();
+    }
+    return result;
+}
+
+} // namespace orvak::jobs
