@@ -20,7 +20,7 @@
 #include "ui/qt_text.h"
 #include "ui/text_viewer.h"
 
-namespace orvak::ui {
+namespace orvak::bars::forms {
 
 namespace {
 
@@ -81,7 +81,8 @@ EnglishTexts englishTexts(bars::TableId id) {
 
 BarTableForm::BarTableForm(const bars::TableKind& kind, shell::ShellState& shell, QWidget* parent)
     : QWidget(parent), m_shell(shell), m_table(kind), m_toolBar(new QToolBar(this)),
-      m_grid(new InputGrid(this)), m_status(new QLabel(this)), m_progress(new QProgressBar(this)) {
+      m_grid(new ui::InputGrid(this)), m_status(new QLabel(this)),
+      m_progress(new QProgressBar(this)) {
     setObjectName(
         QString::fromLatin1(kind.formName.data(), static_cast<qsizetype>(kind.formName.size())));
     m_toolBar->setObjectName(QStringLiteral("Toolbar1"));
@@ -126,7 +127,7 @@ QAction* BarTableForm::action(std::string_view key) const {
 }
 
 QString BarTableForm::prompt(std::size_t n, std::string_view fallback) const {
-    return formPrompt(m_prompts, n, fallback, m_shell.language());
+    return ui::formPrompt(m_prompts, n, fallback, m_shell.language());
 }
 
 void BarTableForm::readPrompts() {
@@ -136,7 +137,7 @@ void BarTableForm::readPrompts() {
         shell::readPrompts(m_shell.programFolder, m_shell.language(), kind.promptKey, 2,
                            kFirstHeadingPrompt - 1 + static_cast<std::size_t>(kind.gridColumns));
 
-    InputGridSetup setup;
+    ui::InputGridSetup setup;
     setup.rows = kind.gridRows;
     setup.columns = kind.gridColumns;
     setup.descriptors = {std::string(kind.columnFormat)};
@@ -145,8 +146,8 @@ void BarTableForm::readPrompts() {
         setup.columnHeadings.append(prompt(kFirstHeadingPrompt + static_cast<std::size_t>(c),
                                            english.headings[static_cast<std::size_t>(c)]));
     }
-    setup.rangeMessage = generalPrompt(m_shell, General::RangeMessage);
-    setup.notANumberMessage = generalPrompt(m_shell, General::NotANumber);
+    setup.rangeMessage = ui::generalPrompt(m_shell, ui::General::RangeMessage);
+    setup.notANumberMessage = ui::generalPrompt(m_shell, ui::General::NotANumber);
 
     // A new language relabels the grid; what the user typed stays, and so does the fact that
     // it is not saved yet.
@@ -190,13 +191,13 @@ void BarTableForm::load() {
     const auto& language = m_shell.language();
     for (int r = 1; r <= kind.gridRows; ++r) {
         for (int c = 1; c <= kind.gridColumns; ++c) {
-            m_grid->setCellText(r - 1, c - 1, toQString(m_table.cell(r, c), language));
+            m_grid->setCellText(r - 1, c - 1, ui::toQString(m_table.cell(r, c), language));
         }
     }
     m_grid->clearChanged();
     m_loaded = true;
     m_changedBeforeRelabel = false;
-    setStatus(generalPrompt(m_shell, General::Ready));
+    setStatus(ui::generalPrompt(m_shell, ui::General::Ready));
 }
 
 bool BarTableForm::isChanged() const {
@@ -211,13 +212,13 @@ void BarTableForm::setStatus(const QString& text) {
     m_status->setText(text);
 }
 
-void BarTableForm::setMessageHook(MessageHook hook) {
+void BarTableForm::setMessageHook(ui::MessageHook hook) {
     m_messageHook = hook;
     m_grid->setMessageHook(std::move(hook));
 }
 
 void BarTableForm::tell(const QString& message) const {
-    tellUser(const_cast<BarTableForm*>(this), m_messageHook, message);
+    ui::tellUser(const_cast<BarTableForm*>(this), m_messageHook, message);
 }
 
 void BarTableForm::syncTable() {
@@ -225,7 +226,7 @@ void BarTableForm::syncTable() {
     const auto& language = m_shell.language();
     for (int r = 1; r <= kind.gridRows; ++r) {
         for (int c = 1; c <= kind.gridColumns; ++c) {
-            std::string text = fromQString(m_grid->cellText(r - 1, c - 1), language);
+            std::string text = ui::fromQString(m_grid->cellText(r - 1, c - 1), language);
             if (text != m_table.cell(r, c)) {
                 m_table.setCell(r, c, std::move(text));
             }
@@ -237,10 +238,10 @@ void BarTableForm::syncTable() {
 }
 
 bool BarTableForm::refuseBadCell() {
-    const InputGridModel& model = *m_grid->model();
+    const ui::InputGridModel& model = *m_grid->model();
     for (int r = 0; r < model.rowCount(); ++r) {
         for (int c = 0; c < model.columnCount(); ++c) {
-            const QString refusal = refusedNumberMessage(m_shell, model, r, c);
+            const QString refusal = ui::refusedNumberMessage(m_shell, model, r, c);
             if (!refusal.isEmpty()) {
                 tell(refusal);
                 if (isVisible()) {
@@ -278,7 +279,7 @@ bool BarTableForm::save() {
         result = m_table.save(m_shell.generalFolder(), options);
     } catch (const FileError& e) {
         m_progress->setValue(0);
-        setStatus(generalPrompt(m_shell, General::NotSaved));
+        setStatus(ui::generalPrompt(m_shell, ui::General::NotSaved));
         tell(QString::fromUtf8(e.what()));
         return false;
     }
@@ -298,7 +299,7 @@ bool BarTableForm::save() {
     return true;
 }
 
-EditAsc* BarTableForm::printTable() {
+ui::EditAsc* BarTableForm::printTable() {
     if (refuseBadCell()) {
         return nullptr;
     }
@@ -307,7 +308,8 @@ EditAsc* BarTableForm::printTable() {
     const std::string headings =
         m_prompts.count() >= kPrintHeadingPrompt ? m_prompts(kPrintHeadingPrompt) : std::string();
     const std::string text = bars::printTable(m_table, headings);
-    return openReportViewer(this, m_shell, windowTitle(), toQString(text, language), m_messageHook);
+    return ui::openReportViewer(this, m_shell, windowTitle(), ui::toQString(text, language),
+                                m_messageHook);
 }
 
 bool BarTableForm::deleteTable() {
@@ -316,8 +318,8 @@ bool BarTableForm::deleteTable() {
     if (!bars::tableFileExists(kind, folder)) {
         return false;
     }
-    if (!askYesNo(this, m_askHook, generalPrompt(m_shell, General::DeleteTableFile),
-                  generalPrompt(m_shell, General::Delete))) {
+    if (!ui::askYesNo(this, m_askHook, ui::generalPrompt(m_shell, ui::General::DeleteTableFile),
+                      ui::generalPrompt(m_shell, ui::General::Delete))) {
         return false;
     }
     try {
@@ -328,7 +330,7 @@ bool BarTableForm::deleteTable() {
     }
     // What the grid shows belongs to a file that is gone: the form leaves without asking.
     m_leavingWithoutQuestion = true;
-    closeForm(this);
+    ui::closeForm(this);
     return true;
 }
 
@@ -340,18 +342,18 @@ void BarTableForm::toolbarCommand(std::string_view key) {
     } else if (key == "cdelete") {
         deleteTable();
     } else if (key == "exit") {
-        closeForm(this);
+        ui::closeForm(this);
     }
     // "copy" is accepted and does nothing in these forms.
 }
 
 void BarTableForm::closeEvent(QCloseEvent* event) {
     if (m_leavingWithoutQuestion || m_loadFailed || !isChanged() ||
-        mayLeaveForm(this, m_shell, m_askHook, [this] { return save(); })) {
+        ui::mayLeaveForm(this, m_shell, m_askHook, [this] { return save(); })) {
         event->accept();
     } else {
         event->ignore();
     }
 }
 
-} // namespace orvak::ui
+} // namespace orvak::bars::forms

@@ -16,9 +16,11 @@ class QProgressBar;
 class QToolBar;
 
 namespace orvak::ui {
-
 class EditAsc;
 class InputGrid;
+} // namespace orvak::ui
+
+namespace orvak::bars::forms {
 
 class BarTableForm : public QWidget {
     Q_OBJECT
@@ -28,7 +30,7 @@ public:
     BarTableForm(const bars::TableKind& kind, shell::ShellState& shell, QWidget* parent = nullptr);
 
     const bars::TableKind& kind() const { return m_table.kind(); }
-    InputGrid* grid() const { return m_grid; }
+    ui::InputGrid* grid() const { return m_grid; }
     QToolBar* toolBar() const { return m_toolBar; }
     /// The toolbar action of a key ("save", "cprint", "copy", "cdelete", "exit").
     QAction* action(std::string_view key) const;
@@ -44,7 +46,7 @@ public:
     bool save();
     /// "cprint": the rows in use as the printed table, in the text viewer; nullptr when the
     /// grid holds a refused cell.
-    EditAsc* printTable();
+    ui::EditAsc* printTable();
     /// "cdelete": when the table file exists, asks (Yes/No, default No) and on Yes deletes it
     /// and closes the form. True when the file was deleted.
     bool deleteTable();
@@ -52,9 +54,9 @@ public:
     void toolbarCommand(std::string_view key);
 
     /// Replaces the questions (leaving with changes, deleting the table file).
-    void setAskHook(AskHook hook) { m_askHook = std::move(hook); }
+    void setAskHook(ui::AskHook hook) { m_askHook = std::move(hook); }
     /// Replaces the message boxes of refused values and failed commands.
-    void setMessageHook(MessageHook hook);
+    void setMessageHook(ui::MessageHook hook);
 
 public slots:
     /// Reloads the captions and headings in the current language; what was typed stays.
@@ -81,11 +83,11 @@ private:
     shell::PromptList m_prompts;
     bars::BarTableGrid m_table;
     QToolBar* m_toolBar;
-    InputGrid* m_grid;
+    ui::InputGrid* m_grid;
     QLabel* m_status;
     QProgressBar* m_progress;
-    AskHook m_askHook;
-    MessageHook m_messageHook;
+    ui::AskHook m_askHook;
+    ui::MessageHook m_messageHook;
     bool m_loaded = false;
     /// The table file could not be read: nothing may be written over it.
     bool m_loadFailed = false;
@@ -117,4 +119,4 @@ public:
         : BarTableForm(bars::netironTable(), shell, parent) {}
 };
 
-} // namespace orvak::ui
+} // namespace orvak::bars::forms
