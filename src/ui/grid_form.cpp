@@ -169,6 +169,9 @@ void GridForm::tell(const QString& message) const {
 bool GridForm::refuseBadCell() {
     const InputGridModel& model = *m_grid->model();
     for (int r = 0; r < model.rowCount(); ++r) {
+        if (!rowInUse(r)) {
+            continue;
+        }
         for (int c = 0; c < model.columnCount(); ++c) {
             if (model.kindAt(r, c) != 1) {
                 continue;
@@ -239,6 +242,10 @@ void GridForm::toolbarCommand(std::string_view key) {
     } else {
         runCommand(key);
     }
+}
+
+bool GridForm::rowInUse(int) const {
+    return true;
 }
 
 void GridForm::runCommand(std::string_view) {}

@@ -115,6 +115,8 @@ protected:
     /// Writes the table, reporting progress; returns the records written (0: no row was in
     /// use and the table file is gone). Throws FileError, the old file being left as it was.
     virtual std::size_t writeTable(const GridProgress& progress) = 0;
+    /// Whether a row belongs to the table, so that its cells are checked; by default every row.
+    virtual bool rowInUse(int row) const;
     /// A toolbar command other than "save" and "exit"; by default nothing.
     virtual void runCommand(std::string_view key);
 
@@ -125,9 +127,9 @@ protected:
     const MessageHook& messageHook() const { return m_messageHook; }
     void tell(const QString& message) const;
     void setStatus(const QString& text);
-    /// The first cell whose value its column refuses is told and, on screen, focused; false
-    /// when every cell passes. A value can reach a cell without its editor (read from a file
-    /// another program wrote), so every save and print checks them all.
+    /// The first cell of a row in use whose value its column refuses is told and, on screen,
+    /// focused; false when every cell passes. A value can reach a cell without its editor (read
+    /// from a file another program wrote), so every save and print checks them all.
     bool refuseBadCell();
     /// Edits typed before the grid was relabelled for a new language: they are in its texts,
     /// no longer marked there, and not saved yet.
