@@ -26,23 +26,23 @@ QString latin1(std::string_view text) {
 }
 
 /// The last prompt line a form reads: its headings, tools and messages.
-std::size_t lastPrompt(const GridFormSpec& spec) {
-    return std::max({spec.caption.prompt, spec.firstToolPrompt + spec.tools.size() - 1,
-                     spec.firstHeadingPrompt + static_cast<std::size_t>(spec.columns) - 1,
-                     spec.saving.prompt, spec.saved.prompt, spec.emptySaved.prompt});
+std::size_t lastPrompt(const GridFormSetup& setup) {
+    return std::max({setup.caption.prompt, setup.firstToolPrompt + setup.tools.size() - 1,
+                     setup.firstHeadingPrompt + static_cast<std::size_t>(setup.columns) - 1,
+                     setup.saving.prompt, setup.saved.prompt, setup.emptySaved.prompt});
 }
 
 } // namespace
 
-GridForm::GridForm(shell::ShellState& shell, const GridFormSpec& spec, QWidget* parent)
-    : QWidget(parent), m_shell(shell), m_spec(spec), m_toolBar(new QToolBar(this)),
+GridForm::GridForm(shell::ShellState& shell, const GridFormSetup& setup, QWidget* parent)
+    : QWidget(parent), m_shell(shell), m_setup(setup), m_toolBar(new QToolBar(this)),
       m_grid(new InputGrid(this)), m_status(new QLabel(this)), m_progress(new QProgressBar(this)) {
-    ORVAK_ASSERT(spec.headings.size() == static_cast<std::size_t>(spec.columns));
-    setObjectName(latin1(spec.objectName));
+    ORVAK_ASSERT(setup.headings.size() == static_cast<std::size_t>(setup.columns));
+    setObjectName(latin1(setup.objectName));
     m_toolBar->setObjectName(QStringLiteral("Toolbar1"));
     m_toolBar->setToolButtonStyle(Qt::ToolButtonTextOnly);
     m_toolBar->setMovable(false);
-    for (const GridTool& tool : spec.tools) {
+    for (const GridTool& tool : setup.tools) {
         // "exit" stands apart from the commands on the table.
         if (tool.key == "exit" && !m_toolBar->actions().isEmpty()) {
             m_toolBar->addSeparator();
@@ -58,7 +58,7 @@ GridForm::GridForm(shell::ShellState& shell, const GridFormSpec& spec, QWidget* 
     m_status->setObjectName(QStringLiteral("StatusText"));
     m_progress->setObjectName(QStringLiteral("ProgressBar1"));
     m_progress->setTextVisible(false);
-    m_progress->setRange(0, spec.rows);
+    m_progress->setRange(0, setup.rows);
     m_progress->setValue(0);
     m_progress->setFixedWidth(kProgressWidth);
     auto* statusRow = new QHBoxLayout;
@@ -83,45 +83,45 @@ QString GridForm::prompt(const FormText& text) const {
 }
 
 void GridForm::readPrompts() {
-    const GridFormSpec& spec = m_spec;
-    m_prompts = shell::readPrompts(m_shell.programFolder, m_shell.language(), spec.promptKey, 2,
-                                   lastPrompt(spec));
+    const GridFormSetup& setup = m_setup;
+    m_prompts = shell::readPrompts(m_shell.programFolder, m_shell.language(), setup.promptKey, 2,
+                                   lastPrompt(setup));
 
-    InputGridSetup setup;
-    setup.rows = spec.rows;
-    setup.columns = spec.columns;
-    setup.descriptors = {std::string(spec.descriptor)};
-    setup.limitStrings = {std::string(spec.limits)};
-    for (std::size_t c = 0; c < spec.headings.size(); ++c) {
-        setup.columnHeadings.append(prompt({spec.firstHeadingPrompt + c, spec.headings[c]}));
+    InputGridSetup grid;
+    grid.rows = setup.rows;
+    grid.columns = setup.columns;
+    grid.descriptors = {std::string(setup.descriptor)};
+    grid.limitStrings = {std::string(setup.limits)};
+    for (std::size_t c = 0; c < setup.headings.size(); ++c) {
+        grid.columnHeadings.append(prompt({setup.firstHeadingPrompt + c, setup.headings[c]}));
     }
-    setup.rangeMessage = generalPrompt(m_shell, General::RangeMessage);
-    setup.notANumberMessage = generalPrompt(m_shell, General::NotANumber);
+    grid.rangeMessage = generalPrompt(m_shell, General::RangeMessage);
+    grid.notANumberMessage = generalPrompt(m_shell, General::NotANumber);
 
     // A new language relabels the grid; what the user typed stays, and so does the fact that
     // it is not saved yet.
     QList<QStringList> texts;
     if (m_loaded) {
         m_changedBeforeRelabel = m_changedBeforeRelabel || m_grid->isChanged();
-        for (int r = 0; r < spec.rows; ++r) {
+        for (int r = 0; r < setup.rows; ++r) {
             QStringList row;
-            for (int c = 0; c < spec.columns; ++c) {
+            for (int c = 0; c < setup.columns; ++c) {
                 row.append(m_grid->cellText(r, c));
             }
             texts.append(row);
         }
     }
-    m_grid->setup(setup);
+    m_grid->setup(grid);
     for (int r = 0; r < texts.size(); ++r) {
-        for (int c = 0; c < spec.columns; ++c) {
+        for (int c = 0; c < setup.columns; ++c) {
             m_grid->setCellText(r, c, texts[r][c]);
         }
     }
 
-    setWindowTitle(prompt(spec.caption));
-    for (std::size_t i = 0; i < spec.tools.size(); ++i) {
-        if (QAction* a = action(spec.tools[i].key)) {
-            a->setText(prompt({spec.firstToolPrompt + i, spec.tools[i].english}));
+    setWindowTitle(prompt(setup.caption));
+    for (std::size_t i = 0; i < setup.tools.size(); ++i) {
+        if (QAction* a = action(setup.tools[i].key)) {
+            a->setText(prompt({setup.firstToolPrompt + i, setup.tools[i].english}));
         }
     }
 }
@@ -201,7 +201,7 @@ bool GridForm::save() {
         return false;
     }
 
-    setStatus(prompt(m_spec.saving));
+    setStatus(prompt(m_setup.saving));
     const auto notSaved = [this](const std::exception& e) {
         m_progress->setValue(0);
         setStatus(generalPrompt(m_shell, General::NotSaved));
@@ -224,8 +224,8 @@ bool GridForm::save() {
     m_changedBeforeRelabel = false;
 
     const QString message = written == 0
-                                ? prompt(m_spec.emptySaved)
-                                : prompt(m_spec.saved).arg(static_cast<qulonglong>(written));
+                                ? prompt(m_setup.emptySaved)
+                                : prompt(m_setup.saved).arg(static_cast<qulonglong>(written));
     setStatus(message);
     emit saved(message);
     if (isVisible()) {

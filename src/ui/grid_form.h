@@ -46,7 +46,7 @@ inline constexpr GridTool kTableTools[] = {
 
 /// What a grid form is: its name and prompt file, where its texts stand in that file, and the
 /// shape of its grid. The spans and strings must outlive the form (constants of the form).
-struct GridFormSpec {
+struct GridFormSetup {
     std::string_view objectName;
     std::string_view promptKey;
     FormText caption;
@@ -102,7 +102,7 @@ signals:
 protected:
     /// `shell` must outlive the form. The form fills the grid once its own part is built, then
     /// calls finishLoad().
-    GridForm(shell::ShellState& shell, const GridFormSpec& spec, QWidget* parent);
+    GridForm(shell::ShellState& shell, const GridFormSetup& setup, QWidget* parent);
 
     /// The grid shows the table as read. `readOk` false: nothing could be read, and the form
     /// will neither write nor delete the file it could not read.
@@ -141,7 +141,7 @@ protected:
 
 private:
     shell::ShellState& m_shell;
-    GridFormSpec m_spec;
+    GridFormSetup m_setup;
     shell::PromptList m_prompts;
     QToolBar* m_toolBar;
     InputGrid* m_grid;

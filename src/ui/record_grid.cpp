@@ -160,9 +160,9 @@ std::size_t RecordGrid::save(const InputGridModel& grid, std::string_view langua
     return written;
 }
 
-RecordGridForm::RecordGridForm(shell::ShellState& shell, const GridFormSpec& spec,
+RecordGridForm::RecordGridForm(shell::ShellState& shell, const GridFormSetup& setup,
                                RecordGrid records, QWidget* parent)
-    : GridForm(shell, spec, parent), m_records(std::move(records)) {}
+    : GridForm(shell, setup, parent), m_records(std::move(records)) {}
 
 void RecordGridForm::loadRecords(const std::filesystem::path& path, core::RecordFile::Count count) {
     try {

@@ -74,7 +74,7 @@ private:
 class RecordGridForm : public GridForm {
     Q_OBJECT
 protected:
-    RecordGridForm(shell::ShellState& shell, const GridFormSpec& spec, RecordGrid records,
+    RecordGridForm(shell::ShellState& shell, const GridFormSetup& setup, RecordGrid records,
                    QWidget* parent);
 
     /// Reads the record file `path` (a partial last record taken as `count` says) into the grid

@@ -199,19 +199,6 @@ TEST_F(MdiMainTest, ClosingCleansTheProjectAndRemembersIt) {
     EXPECT_TRUE(fs::exists(home() / "GENERAL" / "orvak-window.ini"));
 }
 
-TEST_F(MdiMainTest, ProjectDataNeedsAProject) {
-    shell::ShellState shell = startShell();
-    shell.last.projectPath.clear();
-    shell.projectName.clear();
-    MdiMain window(shell);
-    record(window);
-    EXPECT_FALSE(window.menuItem(MainMenu::Project, project_item::kProjectData)->isEnabled());
-    EXPECT_EQ(window.open(MainMenu::Project, project_item::kProjectData), nullptr);
-    ASSERT_EQ(m_messages.size(), 1);
-    EXPECT_EQ(m_messages[0], "No project is open: open or create a project first.");
-    EXPECT_EQ(window.windowTitle(), "Orvak Ver 2");
-}
-
 TEST_F(MdiMainTest, HelpItemsOpenTheTextAtTheirHeading) {
     shell::ShellState shell = startShell();
     MdiMain window(shell);

@@ -77,6 +77,11 @@ TEST_F(MenuTableTest, ItemsThatNeedAProjectWaitForOne) {
     }
     // Project data, archive, copy and the two steel forms work on the current project.
     EXPECT_EQ(needing, 5);
+    // Asked for all the same, the form of such an item says why it does not open.
+    EXPECT_EQ(window.open(MainMenu::Project, project_item::kProjectData), nullptr);
+    EXPECT_EQ(m_messages, QStringList{kNoProject});
+    EXPECT_EQ(window.windowTitle(), "Orvak Ver 2");
+    m_messages.clear();
 
     // Once a project is made, every item of the table is there.
     shell::forms::OpenlibHooks hooks;

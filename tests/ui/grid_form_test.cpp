@@ -28,7 +28,7 @@ class PartsForm : public RecordGridForm {
 public:
     explicit PartsForm(shell::ShellState& shell)
         : RecordGridForm(
-              shell, spec(),
+              shell, setup(),
               RecordGrid({{kPartLayout["name"]}, {kPartLayout["count"]}, {kPartLayout["lengthM"]}},
                          core::blankRecord(kPartLayout), "parts table"),
               nullptr) {
@@ -36,23 +36,23 @@ public:
     }
 
 private:
-    static GridFormSpec spec() {
-        GridFormSpec spec;
-        spec.objectName = "Parts";
-        spec.promptKey = "Parts";
-        spec.caption = {1, "Parts"};
-        spec.firstToolPrompt = 2;
-        spec.headings = kHeadings;
-        spec.firstHeadingPrompt = 7;
-        spec.saving = {10, "Saving..."};
-        spec.saved = {11, "Saved: %1 parts."};
-        spec.emptySaved = {12, "No parts."};
-        spec.rows = 3;
-        spec.columns = 3;
+    static GridFormSetup setup() {
+        GridFormSetup setup;
+        setup.objectName = "Parts";
+        setup.promptKey = "Parts";
+        setup.caption = {1, "Parts"};
+        setup.firstToolPrompt = 2;
+        setup.headings = kHeadings;
+        setup.firstHeadingPrompt = 7;
+        setup.saving = {10, "Saving..."};
+        setup.saved = {11, "Saved: %1 parts."};
+        setup.emptySaved = {12, "No parts."};
+        setup.rows = 3;
+        setup.columns = 3;
         // A name of 6 characters, a count 1..50, a length 0..99.9.
-        spec.descriptor = "11101106.0,02.0,02.1,";
-        spec.limits = "@1:0@2:0@3:1@4:50@5:0@6:99.9";
-        return spec;
+        setup.descriptor = "11101106.0,02.0,02.1,";
+        setup.limits = "@1:0@2:0@3:1@4:50@5:0@6:99.9";
+        return setup;
     }
 };
 

@@ -37,41 +37,41 @@ constexpr std::string_view kNetironHeadings[] = {
 };
 
 /// The form of a table: its prompt file, and its English texts where that file lacks them.
-ui::GridFormSpec formSpec(const bars::TableKind& kind) {
-    ui::GridFormSpec spec;
-    spec.objectName = kind.formName;
-    spec.promptKey = kind.promptKey;
-    spec.caption = kCaption;
+ui::GridFormSetup formSetup(const bars::TableKind& kind) {
+    ui::GridFormSetup setup;
+    setup.objectName = kind.formName;
+    setup.promptKey = kind.promptKey;
+    setup.caption = kCaption;
     switch (kind.id) {
     case bars::TableId::Roundbar:
-        spec.caption.english = "Areas for bars";
-        spec.headings = kRoundbarHeadings;
+        setup.caption.english = "Areas for bars";
+        setup.headings = kRoundbarHeadings;
         break;
     case bars::TableId::Spacing:
-        spec.caption.english = "Areas for spacing";
-        spec.headings = kSpacingHeadings;
+        setup.caption.english = "Areas for spacing";
+        setup.headings = kSpacingHeadings;
         break;
     case bars::TableId::Netiron:
-        spec.caption.english = "NetWork Iron";
-        spec.headings = kNetironHeadings;
+        setup.caption.english = "NetWork Iron";
+        setup.headings = kNetironHeadings;
         break;
     }
-    spec.firstToolPrompt = kFirstToolPrompt;
-    spec.firstHeadingPrompt = kFirstHeadingPrompt;
-    spec.saving = kSaving;
-    spec.saved = kSaved;
-    spec.emptySaved = kEmptySaved;
-    spec.rows = kind.gridRows;
-    spec.columns = kind.gridColumns;
-    spec.descriptor = kind.columnFormat;
-    spec.limits = kind.limitString;
-    return spec;
+    setup.firstToolPrompt = kFirstToolPrompt;
+    setup.firstHeadingPrompt = kFirstHeadingPrompt;
+    setup.saving = kSaving;
+    setup.saved = kSaved;
+    setup.emptySaved = kEmptySaved;
+    setup.rows = kind.gridRows;
+    setup.columns = kind.gridColumns;
+    setup.descriptor = kind.columnFormat;
+    setup.limits = kind.limitString;
+    return setup;
 }
 
 } // namespace
 
 BarTableForm::BarTableForm(const bars::TableKind& kind, shell::ShellState& shell, QWidget* parent)
-    : GridForm(shell, formSpec(kind), parent), m_table(kind) {
+    : GridForm(shell, formSetup(kind), parent), m_table(kind) {
     load();
 }
 
