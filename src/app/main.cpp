@@ -18,9 +18,9 @@
 #include <filesystem>
 #include <optional>
 
+#include "app/mdi_main.h"
 #include "core/error.h"
 #include "shell/startup.h"
-#include "ui/mdi_main.h"
 
 namespace fs = std::filesystem;
 
@@ -73,7 +73,9 @@ int main(int argc, char** argv) {
         QStringLiteral("Show the main window, save a picture of it as <png> and end."),
         QStringLiteral("png"));
     const QCommandLineOption formOption(
-        QStringLiteral("form"), QStringLiteral("Open a form at start: Projdata, Gsetting or Help."),
+        QStringLiteral("form"),
+        QStringLiteral(
+            "Open a form at start by its name (Projdata, Gsetting, Roundbar ...) or Help."),
         QStringLiteral("name"));
     parser.addOption(versionOption);
     parser.addOption(projectOption);
@@ -135,7 +137,7 @@ int main(int argc, char** argv) {
         return 1;
     }
 
-    orvak::ui::MdiMain window(shell);
+    orvak::app::MdiMain window(shell);
     const bool screenshot = parser.isSet(screenshotOption);
     if (screenshot) {
         window.setRemembersGeometry(false);
@@ -152,17 +154,13 @@ int main(int argc, char** argv) {
             return;
         }
         const QString form = parser.value(formOption);
-        if (form.compare(QStringLiteral("Projdata"), Qt::CaseInsensitive) == 0) {
-            window.openProjdata();
-        } else if (form.compare(QStringLiteral("Gsetting"), Qt::CaseInsensitive) == 0) {
-            window.openGsetting();
-        } else if (form.compare(QStringLiteral("Help"), Qt::CaseInsensitive) == 0) {
+        if (form.compare(QStringLiteral("Help"), Qt::CaseInsensitive) == 0) {
             window.openHelp(0);
-        } else {
-            std::fprintf(stderr,
-                         "There is no form named \"%s\"; the forms are Projdata, "
-                         "Gsetting and Help.\n",
-                         qPrintable(form));
+        } else if (window.openForm(form) == nullptr &&
+                   !window.formNames().contains(form, Qt::CaseInsensitive)) {
+            std::fprintf(stderr, "There is no form named \"%s\"; the forms are %s and Help.\n",
+                         qPrintable(form),
+                         qPrintable(window.formNames().join(QStringLiteral(", "))));
         }
     };
 

@@ -2,15 +2,6 @@
 // empty rows squeezed out, delete of the table file, and the printed table.
 #include "bars/bar_table_grid.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <cctype>
-#include <cerrno>
-#include <charconv>
-#include <cmath>
-#include <cstring>
-
 #include "core/error.h"
 #include "core/mask_format.h"
 #include "shell/prompts.h"
@@ -18,84 +9,6 @@
 namespace fs = std::filesystem;
 
 namespace orvak::bars {
-
-namespace {
-
-std::string systemMessage(int err) {
-    return std::strerror(err);
-}
-
-// Writes the bytes to `path` (replacing it) and syncs them to disk before returning.
-void writeSynced(const fs::path& path, const std::vector<std::uint8_t>& bytes) {
-    const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
-    if (fd < 0) {
-        throw FileError(path, "The bar table cannot be saved: " + systemMessage(errno));
-    }
-    const std::uint8_t* data = bytes.data();
-    std::size_t left = bytes.size();
-    while (left > 0) {
-        const ssize_t n = ::write(fd, data, left);
-        if (n < 0) {
-            if (errno == EINTR) {
-                continue;
-            }
-            const int err = errno;
-            ::close(fd);
-            throw FileError(path, "The bar table cannot be saved: " + systemMessage(err));
-        }
-        data += n;
-        left -= static_cast<std::size_t>(n);
-    }
-    if (::fsync(fd) != 0) {
-        const int err = errno;
-        ::close(fd);
-        throw FileError(path, "The bar table cannot be saved: " + systemMessage(err));
-    }
-    ::close(fd);
-}
-
-// Makes a rename or delete in `folder` durable.
-void syncFolder(const fs::path& folder) {
-    const int dfd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (dfd >= 0) {
-        ::fsync(dfd);
-        ::close(dfd);
-    }
-}
-
-} // namespace
-
-double cellNumber(std::string_view text) {
-    std::size_t at = 0;
-    while (at < text.size() && (text[at] == ' ' || text[at] == '\t')) {
-        ++at;
-    }
-    bool negative = false;
-    if (at < text.size() && (text[at] == '+' || text[at] == '-')) {
-        negative = text[at] == '-';
-        ++at;
-    }
-    if (at >= text.size() ||
-        !(std::isdigit(static_cast<unsigned char>(text[at])) || text[at] == '.')) {
-        return 0.0; // also keeps "inf" and "nan" out
-    }
-    double value = 0.0;
-    const auto [end, ec] = std::from_chars(text.data() + at, text.data() + text.size(), value);
-    if (ec != std::errc() || !std::isfinite(value)) {
-        return 0.0;
-    }
-    return negative ? -value : value;
-}
-
-std::string cellTextFor(float value) {
-    if (value == 0.0f || !std::isfinite(value)) {
-        return "0";
-    }
-    char buf[64];
-    const auto [end, ec] = std::to_chars(buf, buf + sizeof buf, value, std::chars_format::fixed);
-    ORVAK_ASSERT(ec == std::errc());
-    return std::string(buf, end);
-}
 
 BarTableGrid::BarTableGrid(const TableKind& kind)
     : m_kind(&kind), m_cells(static_cast<std::size_t>(kind.gridRows),
@@ -164,7 +77,6 @@ TableSaveResult BarTableGrid::save(const fs::path& generalFolder, const TableSav
     const TableKind& kind = *m_kind;
     const fs::path target = tableFilePath(kind, generalFolder);
     const core::RecordFile old = readTableFile(kind, generalFolder);
-    const fs::path temp = core::resolveNoCase(generalFolder, kTableTempFile);
 
     std::vector<std::uint8_t> bytes;
     std::size_t written = 0;
@@ -186,24 +98,7 @@ TableSaveResult BarTableGrid::save(const fs::path& generalFolder, const TableSav
         }
     }
 
-    writeSynced(temp, bytes);
-    if (options.beforeRename) {
-        options.beforeRename(temp);
-    }
-    std::error_code ec;
-    if (written > 0) {
-        // rename() replaces the table file in one step: a crash leaves the old or the new one.
-        if (::rename(temp.c_str(), target.c_str()) != 0) {
-            throw FileError(target, "The bar table cannot be saved: " + systemMessage(errno));
-        }
-    } else if (fs::exists(target, ec)) {
-        fs::remove(target, ec);
-        if (ec) {
-            throw FileError(target,
-                            "The empty bar table cannot replace the old one: " + ec.message());
-        }
-    }
-    syncFolder(generalFolder);
+    core::saveTableFile(target, bytes, "bar table", options.beforeRename);
     if (options.progress) {
         options.progress(0, kind.gridRows);
     }

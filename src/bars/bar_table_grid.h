@@ -11,16 +11,13 @@
 
 #include "bars/bar_tables.h"
 #include "core/file_util.h"
+#include "core/table_file.h"
 
 namespace orvak::bars {
 
-/// The number a cell holds: its leading decimal number after leading blanks, as BASIC's Val
-/// reads it; blank or non-numeric text, NaN and infinities count as 0.
-double cellNumber(std::string_view text);
-
-/// The text a grid cell shows for a stored single: the shortest decimal that reads back to
-/// the same single ("0.15", "12", "0").
-std::string cellTextFor(float value);
+// The cell rules are those of every table form.
+using core::cellNumber;
+using core::cellTextFor;
 
 /// Progress of a save: called with (row, gridRows) after each grid row and with (0, gridRows)
 /// at the end, as a progress bar from 0 to the number of rows is driven.

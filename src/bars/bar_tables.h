@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "core/record.h"
+#include "core/table_file.h"
 
 namespace orvak::bars {
 
@@ -19,7 +20,7 @@ inline constexpr std::string_view kRoundbarFile = "ROUNDBAR.DAT";
 inline constexpr std::string_view kSpacingFile = "SPACING.DAT";
 inline constexpr std::string_view kNetironFile = "NETIRON.DAT";
 /// Scratch file of a table save, in the same folder as the table.
-inline constexpr std::string_view kTableTempFile = "TMPFIL";
+inline constexpr std::string_view kTableTempFile = core::kTableTempFile;
 
 /// Most bar diameters the design forms can be offered.
 inline constexpr std::size_t kMaxBarDiameters = 50;

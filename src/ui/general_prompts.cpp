@@ -31,7 +31,7 @@ constexpr std::array<std::string_view, kGeneralPromptCount> kEnglishGeneral = {
     "No project is open: open or create a project first.",
     "The changes were saved.",
     "The changes were not saved.",
-    "This item is not available yet.",
+    "Not in this version.",
     "Help",
     "The help text cannot be found.",
     "Print",

@@ -1,48 +1,20 @@
-// What the bar-table and steel forms share: the questions and messages they put to the user
-// (replaceable for tests), the report viewer they open, and the project's steel store.
+// What the steel forms share: the project's steel store, opened with the offer to import the
+// Access store of an older installation.
 #pragma once
 
-#include <QMessageBox>
 #include <QString>
-#include <functional>
 #include <optional>
 
 #include "bars/steel_store.h"
+#include "ui/form_support.h"
 
-class QFont;
-class QLineEdit;
 class QWidget;
 
 namespace orvak::shell {
 struct ShellState;
 }
 
-namespace orvak::ui {
-
-class EditAsc;
-
-/// Answers a question instead of a message box: receives its text, returns the button.
-using AskHook = std::function<QMessageBox::StandardButton(const QString& question)>;
-/// Receives a message instead of a message box.
-using MessageHook = std::function<void(const QString& message)>;
-
-/// A Yes/No question whose default is No; true for Yes.
-bool askYesNo(QWidget* form, const AskHook& hook, const QString& question, const QString& title);
-
-/// Shows a message through the hook, or in a warning box.
-void tellUser(QWidget* form, const MessageHook& hook, const QString& message);
-
-/// The fixed-width face of listings and item lists (DejaVu Sans Mono, else the system's).
-QFont listingFont();
-
-/// Makes a line edit wide enough for `chars` characters of its font, and no wider.
-void fitToChars(QLineEdit* edit, int chars);
-
-/// Opens the plain-text viewer on a printout beside `form`: in the main window's work area
-/// when the form lives there, else as a window of its own. The viewer deletes itself when
-/// closed. Captions of its toolbar come from the general prompts.
-EditAsc* openReportViewer(QWidget* form, const shell::ShellState& shell, const QString& title,
-                          const QString& text, const MessageHook& hook);
+namespace orvak::bars::forms {
 
 /// The project's steel store as the steel forms need it. When the project holds an old
 /// Iron.MDB and no Iron.db, the user is first asked whether to import it (`importQuestion`;
@@ -51,6 +23,7 @@ EditAsc* openReportViewer(QWidget* form, const shell::ShellState& shell, const Q
 /// is then empty.
 std::optional<bars::IronDatabase> openSteelStore(QWidget* form, const shell::ShellState& shell,
                                                  bool create, const QString& importQuestion,
-                                                 const AskHook& ask, const MessageHook& tell);
+                                                 const ui::AskHook& ask,
+                                                 const ui::MessageHook& tell);
 
-} // namespace orvak::ui
+} // namespace orvak::bars::forms

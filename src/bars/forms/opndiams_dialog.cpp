@@ -12,7 +12,7 @@
 #include "core/error.h"
 #include "ui/general_prompts.h"
 
-namespace orvak::ui {
+namespace orvak::bars::forms {
 
 namespace {
 
@@ -68,7 +68,7 @@ void Opndiams::readPrompts() {
     m_prompts =
         shell::readPrompts(m_shell.programFolder, m_shell.language(), kPromptKey, 2, kPromptCount);
     const auto prompt = [this](std::size_t n, std::string_view fallback) {
-        return formPrompt(m_prompts, n, fallback, m_shell.language());
+        return ui::formPrompt(m_prompts, n, fallback, m_shell.language());
     };
     setWindowTitle(prompt(kCaptionPrompt, "Bar diameters"));
     m_ok->setText(prompt(kOkPrompt, "OK"));
@@ -96,11 +96,11 @@ std::optional<float> Opndiams::selectedDiameter() const {
 
 std::optional<float> Opndiams::choose() {
     if (!m_loadError.isEmpty()) {
-        tellUser(this, m_messageHook, m_loadError);
+        ui::tellUser(this, m_messageHook, m_loadError);
         return std::nullopt;
     }
     if (!m_diameters.barTableAvailable || m_diameters.diameters.empty()) {
-        tellUser(this, m_messageHook, generalPrompt(m_shell, General::BarTableEmpty));
+        ui::tellUser(this, m_messageHook, ui::generalPrompt(m_shell, ui::General::BarTableEmpty));
         return std::nullopt;
     }
     if (exec() != QDialog::Accepted) {
@@ -109,4 +109,4 @@ std::optional<float> Opndiams::choose() {
     return selectedDiameter();
 }
 
-} // namespace orvak::ui
+} // namespace orvak::bars::forms

@@ -14,7 +14,7 @@ class QLabel;
 class QListWidget;
 class QPushButton;
 
-namespace orvak::ui {
+namespace orvak::bars::forms {
 
 class Opndiams : public QDialog {
     Q_OBJECT
@@ -36,7 +36,7 @@ public:
     std::optional<float> choose();
 
     /// Replaces the message box of an empty or unreadable bar table.
-    void setMessageHook(MessageHook hook) { m_messageHook = std::move(hook); }
+    void setMessageHook(ui::MessageHook hook) { m_messageHook = std::move(hook); }
 
 public slots:
     void readPrompts();
@@ -50,7 +50,7 @@ private:
     QListWidget* m_list;
     QPushButton* m_ok;
     QPushButton* m_exit;
-    MessageHook m_messageHook;
+    ui::MessageHook m_messageHook;
 };
 
-} // namespace orvak::ui
+} // namespace orvak::bars::forms

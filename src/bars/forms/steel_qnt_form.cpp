@@ -24,7 +24,7 @@
 #include "ui/qt_text.h"
 #include "ui/text_viewer.h"
 
-namespace orvak::ui {
+namespace orvak::bars::forms {
 
 namespace {
 
@@ -88,7 +88,7 @@ SteelQnt::SteelQnt(shell::ShellState& shell, QWidget* parent)
         m_allBoxes[i]->setObjectName(QString::fromLatin1(kAllObjectNames[i]));
         m_lists[i] = new QListWidget(page);
         m_lists[i]->setObjectName(QString::fromLatin1(kListObjectNames[i]));
-        m_lists[i]->setFont(listingFont());
+        m_lists[i]->setFont(ui::listingFont());
         m_lists[i]->setSelectionMode(QAbstractItemView::NoSelection);
         m_lists[i]->setMinimumHeight(QFontMetrics(m_lists[i]->font()).height() * 12);
         auto* box = new QVBoxLayout(page);
@@ -111,7 +111,7 @@ SteelQnt::SteelQnt(shell::ShellState& shell, QWidget* parent)
         new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[.0-9]*")), m_roundup));
     m_roundup->setMaxLength(8);
     m_roundup->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
-    fitToChars(m_roundup, 8);
+    ui::fitToChars(m_roundup, 8);
     m_roundupLabel->setBuddy(m_roundup);
     m_ok->setObjectName(QStringLiteral("MainOk"));
     m_exit->setObjectName(QStringLiteral("MainExit"));
@@ -132,7 +132,7 @@ SteelQnt::SteelQnt(shell::ShellState& shell, QWidget* parent)
     layout->addLayout(bottom);
 
     connect(m_ok, &QPushButton::clicked, this, [this] { report(); });
-    connect(m_exit, &QPushButton::clicked, this, [this] { closeForm(this); });
+    connect(m_exit, &QPushButton::clicked, this, [this] { ui::closeForm(this); });
 
     readPrompts();
     // A waiting Iron.MDB is offered when the form is first shown; otherwise the store (if
@@ -146,7 +146,7 @@ SteelQnt::SteelQnt(shell::ShellState& shell, QWidget* parent)
 }
 
 QString SteelQnt::prompt(std::size_t n, std::string_view fallback) const {
-    return formPrompt(m_prompts, n, fallback, m_shell.language());
+    return ui::formPrompt(m_prompts, n, fallback, m_shell.language());
 }
 
 void SteelQnt::readPrompts() {
@@ -165,7 +165,7 @@ void SteelQnt::readPrompts() {
 }
 
 void SteelQnt::tell(const QString& message) const {
-    tellUser(const_cast<SteelQnt*>(this), m_messageHook, message);
+    ui::tellUser(const_cast<SteelQnt*>(this), m_messageHook, message);
 }
 
 void SteelQnt::showEvent(QShowEvent* event) {
@@ -212,7 +212,7 @@ void SteelQnt::fillLists(const std::array<std::vector<std::string>, kListCount>&
         const QSignalBlocker block(m_lists[i]);
         m_lists[i]->clear();
         for (const std::string& name : names[i]) {
-            auto* item = new QListWidgetItem(toQString(name, language), m_lists[i]);
+            auto* item = new QListWidgetItem(ui::toQString(name, language), m_lists[i]);
             item->setData(Qt::UserRole, QByteArray::fromStdString(name));
             item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsUserCheckable);
             item->setCheckState(Qt::Unchecked);
@@ -295,7 +295,7 @@ std::vector<std::string> SteelQnt::chosenElements() const {
     return chosen;
 }
 
-EditAsc* SteelQnt::report() {
+ui::EditAsc* SteelQnt::report() {
     const std::vector<std::string> chosen = chosenElements();
     if (chosen.empty() || !m_db) {
         tell(prompt(kNoneChosenPrompt, "Tick at least one element."));
@@ -304,23 +304,24 @@ EditAsc* SteelQnt::report() {
     try {
         const bars::BarPropertyTable barTable = bars::LoadBarProperties(m_shell.generalFolder());
         // The rounding field is a step in kg for the printed sums; blank or 0 rounds nothing.
-        const double roundingStepKg = bars::cellNumber(fromQString(m_roundup->text(), m_shell.language()));
+        const double roundingStepKg =
+            bars::cellNumber(ui::fromQString(m_roundup->text(), m_shell.language()));
         const bars::SteelReport report =
             bars::buildSteelReport(*m_db, chosen, barTable, roundingStepKg);
         if (report.status == bars::SteelReportStatus::NoBarTable) {
-            tell(generalPrompt(m_shell, General::BarTableEmpty));
+            tell(ui::generalPrompt(m_shell, ui::General::BarTableEmpty));
             return nullptr;
         }
         const std::string textLine =
             m_prompts.count() >= kReportTextsPrompt ? m_prompts(kReportTextsPrompt) : std::string();
         const std::string text =
             bars::formatSteelReport(report, bars::SteelReportTexts::fromPrompt(textLine));
-        return openReportViewer(this, m_shell, windowTitle(), toQString(text, m_shell.language()),
-                                m_messageHook);
+        return ui::openReportViewer(this, m_shell, windowTitle(),
+                                    ui::toQString(text, m_shell.language()), m_messageHook);
     } catch (const FileError& e) {
         tell(QString::fromUtf8(e.what()));
     }
     return nullptr;
 }
 
-} // namespace orvak::ui
+} // namespace orvak::bars::forms

@@ -21,8 +21,10 @@ class QPushButton;
 class QTabWidget;
 
 namespace orvak::ui {
-
 class EditAsc;
+}
+
+namespace orvak::bars::forms {
 
 class SteelQnt : public QWidget {
     Q_OBJECT
@@ -57,13 +59,13 @@ public:
 
     /// `MainOk`: the report of the ticked elements in the text viewer; nullptr, after telling
     /// the user, when none is ticked, the bar table is empty or the store cannot be read.
-    EditAsc* report();
+    ui::EditAsc* report();
 
     /// Reads the element names of the store again (offering an old Iron.MDB for import).
     void refreshLists();
 
-    void setAskHook(AskHook hook) { m_askHook = std::move(hook); }
-    void setMessageHook(MessageHook hook) { m_messageHook = std::move(hook); }
+    void setAskHook(ui::AskHook hook) { m_askHook = std::move(hook); }
+    void setMessageHook(ui::MessageHook hook) { m_messageHook = std::move(hook); }
 
 public slots:
     /// Reloads the captions in the current language; the choice stays.
@@ -94,9 +96,9 @@ private:
     QLineEdit* m_roundup;
     QPushButton* m_ok;
     QPushButton* m_exit;
-    AskHook m_askHook;
-    MessageHook m_messageHook;
+    ui::AskHook m_askHook;
+    ui::MessageHook m_messageHook;
     bool m_syncing = false;
 };
 
-} // namespace orvak::ui
+} // namespace orvak::bars::forms

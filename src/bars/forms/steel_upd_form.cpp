@@ -26,7 +26,7 @@
 #include "ui/general_prompts.h"
 #include "ui/qt_text.h"
 
-namespace orvak::ui {
+namespace orvak::bars::forms {
 
 namespace {
 
@@ -127,7 +127,7 @@ QString listHeading(const std::string& prompt, std::string_view language) {
         if (text.empty()) {
             text = shell::placeholderText(kEnglishListHeading, static_cast<int>(k) + 1);
         }
-        const QString heading = toQString(text, language);
+        const QString heading = ui::toQString(text, language);
         const int room = column.width - column.trailing;
         const QString cell =
             column.left ? heading.leftJustified(room) : heading.rightJustified(room);
@@ -200,7 +200,7 @@ SteelUpd::SteelUpd(shell::ShellState& shell, QWidget* parent)
         m_fields[i] = edit;
         m_fieldLabels[i] = new QLabel(this);
         m_fieldLabels[i]->setBuddy(edit);
-        fitToChars(edit, rule.shownChars);
+        ui::fitToChars(edit, rule.shownChars);
     }
 
     auto* elementGrid = new QGridLayout(m_elementGroup);
@@ -258,12 +258,12 @@ SteelUpd::SteelUpd(shell::ShellState& shell, QWidget* parent)
 
     // The element's items by mark, in the listing's fixed-width face.
     m_items->setObjectName(QStringLiteral("ItemsList"));
-    m_items->setFont(listingFont());
+    m_items->setFont(ui::listingFont());
     m_items->setUniformItemSizes(true);
-    m_listHeading->setFont(listingFont());
+    m_listHeading->setFont(ui::listingFont());
     m_listHeading->setTextFormat(Qt::PlainText);
     m_listHeading->setIndent(m_items->frameWidth() + 3);
-    const QFontMetrics listMetrics(listingFont());
+    const QFontMetrics listMetrics(ui::listingFont());
     m_items->setMinimumWidth(listMetrics.horizontalAdvance(QString(60, QLatin1Char('0'))));
     m_items->setMinimumHeight(listMetrics.height() * 8);
     auto* itemsBox = new QVBoxLayout(m_itemsGroup);
@@ -300,7 +300,7 @@ SteelUpd::SteelUpd(shell::ShellState& shell, QWidget* parent)
     connect(m_save, &QPushButton::clicked, this, [this] { saveItem(); });
     connect(m_delete, &QPushButton::clicked, this, [this] { deleteItem(); });
     connect(m_deleteAll, &QPushButton::clicked, this, [this] { deleteAllItems(); });
-    connect(m_exit, &QPushButton::clicked, this, [this] { closeForm(this); });
+    connect(m_exit, &QPushButton::clicked, this, [this] { ui::closeForm(this); });
 
     m_kindOptions[2]->setChecked(true);
     m_barKinds[0]->setChecked(true);
@@ -316,7 +316,7 @@ SteelUpd::SteelUpd(shell::ShellState& shell, QWidget* parent)
 }
 
 QString SteelUpd::prompt(std::size_t n, std::string_view fallback) const {
-    return formPrompt(m_prompts, n, fallback, m_shell.language());
+    return ui::formPrompt(m_prompts, n, fallback, m_shell.language());
 }
 
 void SteelUpd::readPrompts() {
@@ -379,7 +379,7 @@ void SteelUpd::setElementKind(bars::ElementKind kind) {
 }
 
 void SteelUpd::tell(const QString& message) const {
-    tellUser(const_cast<SteelUpd*>(this), m_messageHook, message);
+    ui::tellUser(const_cast<SteelUpd*>(this), m_messageHook, message);
 }
 
 void SteelUpd::showEvent(QShowEvent* event) {
@@ -418,7 +418,7 @@ void SteelUpd::refillElements() {
             const auto& language = m_shell.language();
             for (const std::string& name : m_db->elementNames()) {
                 if (!m_db->itemsByMark(elementKind(), name).empty()) {
-                    m_element->addItem(toQString(name, language));
+                    m_element->addItem(ui::toQString(name, language));
                 }
             }
         } catch (const FileError& e) {
@@ -441,7 +441,7 @@ void SteelUpd::elementChosen() {
     try {
         int last = 0;
         if (m_db) {
-            const std::string element = fromQString(name, m_shell.language());
+            const std::string element = ui::fromQString(name, m_shell.language());
             const auto items = m_db->itemsByMark(elementKind(), element);
             if (!items.empty()) {
                 field(Field::Slab)->setText(QString::number(items.front().slab));
@@ -463,14 +463,16 @@ void SteelUpd::elementChosen() {
 
 void SteelUpd::refillItems() {
     m_items->clear();
-    const std::string element = fromQString(m_element->currentText().trimmed(), m_shell.language());
+    const std::string element =
+        ui::fromQString(m_element->currentText().trimmed(), m_shell.language());
     if (!m_db || element.empty()) {
         return;
     }
     try {
         const auto& language = m_shell.language();
         for (const bars::SteelItem& item : m_db->itemsByMark(elementKind(), element)) {
-            auto* row = new QListWidgetItem(toQString(bars::itemListLine(item), language), m_items);
+            auto* row =
+                new QListWidgetItem(ui::toQString(bars::itemListLine(item), language), m_items);
             row->setData(Qt::UserRole, QString::fromLatin1(item.mainKey.c_str()));
         }
     } catch (const FileError& e) {
@@ -486,7 +488,7 @@ std::optional<bars::SteelItem> SteelUpd::itemFromFields() {
     };
     bars::ManualItem manual;
     manual.kind = elementKind();
-    manual.element = fromQString(m_element->currentText().trimmed(), language);
+    manual.element = ui::fromQString(m_element->currentText().trimmed(), language);
     manual.slab = integer(Field::Slab);
     manual.elementNumber = integer(Field::ElementNumber);
     manual.subBuilding = integer(Field::SubBuilding);
@@ -497,7 +499,7 @@ std::optional<bars::SteelItem> SteelUpd::itemFromFields() {
     manual.shape = integer(Field::Shape);
     manual.sheet = integer(Field::Sheet);
     manual.barKind = std::max(0, m_barKindGroup->checkedId());
-    manual.description = fromQString(field(Field::Description)->text(), language);
+    manual.description = ui::fromQString(field(Field::Description)->text(), language);
     try {
         return bars::itemFromManual(manual);
     } catch (const InputError& e) {
@@ -527,11 +529,11 @@ bool SteelUpd::saveItem() {
         // is replaced only when the user says so.
         const auto existing = m_db->findItem(item->mainKey);
         if (existing && !sameElement(existing->element, item->element) &&
-            !askYesNo(this, m_askHook,
-                      prompt(kOtherElementQuestion, "Item %1 belongs to %2. Replace it?")
-                          .arg(QString::fromLatin1(item->mainKey.c_str()),
-                               toQString(existing->element, m_shell.language())),
-                      windowTitle())) {
+            !ui::askYesNo(this, m_askHook,
+                          prompt(kOtherElementQuestion, "Item %1 belongs to %2. Replace it?")
+                              .arg(QString::fromLatin1(item->mainKey.c_str()),
+                                   ui::toQString(existing->element, m_shell.language())),
+                          windowTitle())) {
             return false;
         }
         kind = m_db->saveItem(*item);
@@ -557,7 +559,7 @@ void SteelUpd::newItem() {
     if (m_db) {
         try {
             const std::string element =
-                fromQString(m_element->currentText().trimmed(), m_shell.language());
+                ui::fromQString(m_element->currentText().trimmed(), m_shell.language());
             for (const bars::SteelItem& item : m_db->itemsByMark(elementKind(), element)) {
                 lastMark = std::max<int>(lastMark, item.mark);
             }
@@ -607,7 +609,7 @@ void SteelUpd::showItem(const bars::SteelItem& item) {
     field(Field::Length)->setText(numberText(item.lengthCm));
     field(Field::Shape)->setText(QString::number(item.shape));
     field(Field::Sheet)->setText(QString::number(item.sheet));
-    field(Field::Description)->setText(toQString(item.description, language));
+    field(Field::Description)->setText(ui::toQString(item.description, language));
     if (QRadioButton* option = barKindOption(item.ironType)) {
         option->setChecked(true);
     }
@@ -638,8 +640,8 @@ bool SteelUpd::deleteItem() {
             tell(prompt(kNoSuchItem, "There is no item %1.").arg(keyText));
             return false;
         }
-        if (!askYesNo(this, m_askHook, prompt(kDeleteQuestion, "Delete item %1?").arg(keyText),
-                      windowTitle())) {
+        if (!ui::askYesNo(this, m_askHook, prompt(kDeleteQuestion, "Delete item %1?").arg(keyText),
+                          windowTitle())) {
             return false;
         }
         m_db->deleteItem(key);
@@ -658,18 +660,18 @@ std::size_t SteelUpd::deleteAllItems() {
         tell(prompt(kNoElement, "Choose or type the element first."));
         return 0;
     }
-    const std::string element = fromQString(elementText, m_shell.language());
+    const std::string element = ui::fromQString(elementText, m_shell.language());
     std::size_t deleted = 0;
     try {
         const std::size_t count = m_db->itemsByMark(elementKind(), element).size();
         if (count == 0) {
             return 0;
         }
-        if (!askYesNo(this, m_askHook,
-                      prompt(kDeleteAllQuestion, "Delete all %1 items of %2?")
-                          .arg(static_cast<qulonglong>(count))
-                          .arg(elementText),
-                      windowTitle())) {
+        if (!ui::askYesNo(this, m_askHook,
+                          prompt(kDeleteAllQuestion, "Delete all %1 items of %2?")
+                              .arg(static_cast<qulonglong>(count))
+                              .arg(elementText),
+                          windowTitle())) {
             return 0;
         }
         deleted = m_db->deleteElementItems(elementKind(), element);
@@ -690,4 +692,4 @@ void SteelUpd::chooseDiameter() {
     }
 }
 
-} // namespace orvak::ui
+} // namespace orvak::bars::forms

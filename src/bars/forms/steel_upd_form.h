@@ -22,7 +22,7 @@ class QPushButton;
 class QRadioButton;
 class QToolButton;
 
-namespace orvak::ui {
+namespace orvak::bars::forms {
 
 class SteelUpd : public QWidget {
     Q_OBJECT
@@ -75,8 +75,8 @@ public:
     /// Runs once when the form is first shown.
     void openStore();
 
-    void setAskHook(AskHook hook) { m_askHook = std::move(hook); }
-    void setMessageHook(MessageHook hook) { m_messageHook = std::move(hook); }
+    void setAskHook(ui::AskHook hook) { m_askHook = std::move(hook); }
+    void setMessageHook(ui::MessageHook hook) { m_messageHook = std::move(hook); }
 
 public slots:
     /// Reloads the captions in the current language; what was typed stays.
@@ -129,8 +129,8 @@ private:
     QPushButton* m_delete;
     QPushButton* m_deleteAll;
     QPushButton* m_exit;
-    AskHook m_askHook;
-    MessageHook m_messageHook;
+    ui::AskHook m_askHook;
+    ui::MessageHook m_messageHook;
 };
 
-} // namespace orvak::ui
+} // namespace orvak::bars::forms

@@ -20,7 +20,7 @@
 #include "ui/input_grid.h"
 #include "ui/qt_text.h"
 
-namespace orvak::ui {
+namespace orvak::shell::forms {
 
 namespace {
 
@@ -69,7 +69,7 @@ std::string normalLanguage(std::string_view language) {
 
 Gsetting::Gsetting(shell::ShellState& shell, QWidget* parent)
     : QWidget(parent), m_shell(shell), m_languageLabel(new QLabel(this)),
-      m_language(new QComboBox(this)), m_grid(new InputGrid(this)),
+      m_language(new QComboBox(this)), m_grid(new ui::InputGrid(this)),
       m_saveButton(new QPushButton(this)), m_exitButton(new QPushButton(this)) {
     setObjectName(QStringLiteral("Gsetting"));
 
@@ -107,7 +107,7 @@ Gsetting::Gsetting(shell::ShellState& shell, QWidget* parent)
 
     connect(m_saveButton, &QPushButton::clicked, this, [this] { save(); });
     // Inside the main window the sub-window closes, which asks this form first.
-    connect(m_exitButton, &QPushButton::clicked, this, [this] { closeForm(this); });
+    connect(m_exitButton, &QPushButton::clicked, this, [this] { ui::closeForm(this); });
 
     readPrompts();
     loadConfig();
@@ -117,10 +117,10 @@ void Gsetting::readPrompts() {
     m_prompts =
         shell::readPrompts(m_shell.programFolder, m_shell.language(), kPromptKey, 2, kPromptCount);
     const auto prompt = [this](std::size_t n, std::string_view fallback) {
-        return formPrompt(m_prompts, n, fallback, m_shell.language());
+        return ui::formPrompt(m_prompts, n, fallback, m_shell.language());
     };
 
-    InputGridSetup setup;
+    ui::InputGridSetup setup;
     setup.rows = kRowCount;
     setup.columns = 1;
     for (std::size_t row = 0; row < kRows.size(); ++row) {
@@ -130,8 +130,8 @@ void Gsetting::readPrompts() {
     }
     setup.columnHeadings = {prompt(kValueHeadingPrompt, "Value")};
     setup.columnWidths = {kVisibleChars};
-    setup.rangeMessage = generalPrompt(m_shell, General::RangeMessage);
-    setup.notANumberMessage = generalPrompt(m_shell, General::NotANumber);
+    setup.rangeMessage = ui::generalPrompt(m_shell, ui::General::RangeMessage);
+    setup.notANumberMessage = ui::generalPrompt(m_shell, ui::General::NotANumber);
 
     const bool hadCells = m_grid->model()->rowCount() == kRowCount;
     QStringList texts;
@@ -158,13 +158,13 @@ void Gsetting::readPrompts() {
 void Gsetting::loadConfig() {
     const shell::SoftwareConfig& config = m_shell.software;
     const auto& language = config.language;
-    m_grid->setCellText(kText1Row, 0, toQString(config.text1, language));
-    m_grid->setCellText(kText2Row, 0, toQString(config.text2, language));
-    m_grid->setCellText(kText3Row, 0, toQString(config.text3, language));
+    m_grid->setCellText(kText1Row, 0, ui::toQString(config.text1, language));
+    m_grid->setCellText(kText2Row, 0, ui::toQString(config.text2, language));
+    m_grid->setCellText(kText3Row, 0, ui::toQString(config.text3, language));
     m_grid->setCellText(kSettingARow, 0, QString::number(config.settingA));
     m_grid->setCellText(kSettingBRow, 0, QString::number(config.settingB));
     m_grid->setCellText(kSettingCRow, 0, QString::number(config.settingC));
-    m_grid->setCellText(kText4Row, 0, toQString(config.text4, language));
+    m_grid->setCellText(kText4Row, 0, ui::toQString(config.text4, language));
     m_grid->clearChanged();
     m_changedBeforeRelabel = false;
 
@@ -203,12 +203,12 @@ void Gsetting::tell(const QString& message) const {
 }
 
 bool Gsetting::save() {
-    InputGridModel* model = m_grid->model();
+    ui::InputGridModel* model = m_grid->model();
     for (int row = 0; row < kRowCount; ++row) {
         if (model->kindAt(row, 0) != 1) {
             continue;
         }
-        const QString refusal = refusedNumberMessage(m_shell, *model, row, 0);
+        const QString refusal = ui::refusedNumberMessage(m_shell, *model, row, 0);
         if (!refusal.isEmpty()) {
             tell(refusal);
             showCell(row);
@@ -221,7 +221,7 @@ bool Gsetting::save() {
     config.language = m_language->currentText().toStdString();
     // The texts are kept in the code page of the language they will be read under.
     const auto text = [this, &config](int row) {
-        return fromQString(m_grid->cellText(row, 0), config.language);
+        return ui::fromQString(m_grid->cellText(row, 0), config.language);
     };
     const auto integer = [this](int row) {
         return static_cast<std::int16_t>(std::lround(m_grid->cellNumber(row, 0)));
@@ -247,16 +247,17 @@ bool Gsetting::save() {
     if (normalLanguage(previous.language) != normalLanguage(config.language)) {
         emit languageChanged();
     }
-    emit saved(formPrompt(m_prompts, kSavedPrompt, "The settings were saved.", m_shell.language()));
+    emit saved(
+        ui::formPrompt(m_prompts, kSavedPrompt, "The settings were saved.", m_shell.language()));
     return true;
 }
 
 void Gsetting::closeEvent(QCloseEvent* event) {
-    if (!isChanged() || mayLeaveForm(this, m_shell, m_askHook, [this] { return save(); })) {
+    if (!isChanged() || ui::mayLeaveForm(this, m_shell, m_askHook, [this] { return save(); })) {
         event->accept();
     } else {
         event->ignore();
     }
 }
 
-} // namespace orvak::ui
+} // namespace orvak::shell::forms

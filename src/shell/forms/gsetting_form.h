@@ -14,8 +14,10 @@ class QLabel;
 class QPushButton;
 
 namespace orvak::ui {
-
 class InputGrid;
+}
+
+namespace orvak::shell::forms {
 
 class Gsetting : public QWidget {
     Q_OBJECT
@@ -32,7 +34,7 @@ public:
 
     explicit Gsetting(shell::ShellState& shell, QWidget* parent = nullptr);
 
-    InputGrid* grid() const { return m_grid; }
+    ui::InputGrid* grid() const { return m_grid; }
     QComboBox* languageBox() const { return m_language; }
     bool isChanged() const;
 
@@ -68,7 +70,7 @@ private:
     shell::PromptList m_prompts;
     QLabel* m_languageLabel;
     QComboBox* m_language;
-    InputGrid* m_grid;
+    ui::InputGrid* m_grid;
     QPushButton* m_saveButton;
     QPushButton* m_exitButton;
     std::function<QMessageBox::StandardButton(const QString&)> m_askHook;
@@ -76,4 +78,4 @@ private:
     bool m_changedBeforeRelabel = false;
 };
 
-} // namespace orvak::ui
+} // namespace orvak::shell::forms

@@ -17,7 +17,7 @@
 
 namespace fs = std::filesystem;
 
-namespace orvak::ui {
+namespace orvak::shell::forms {
 
 namespace {
 
@@ -86,7 +86,7 @@ void Openlib::readPrompts() {
 }
 
 QString Openlib::prompt(std::size_t n, std::string_view fallback) const {
-    return formPrompt(m_prompts, n, fallback, m_shell.language());
+    return ui::formPrompt(m_prompts, n, fallback, m_shell.language());
 }
 
 fs::path Openlib::projectsFolder() const {
@@ -128,7 +128,7 @@ bool Openlib::needProject() const {
     if (m_shell.hasProject()) {
         return true;
     }
-    m_hooks.fail(generalPrompt(m_shell, General::NoProject));
+    m_hooks.fail(ui::generalPrompt(m_shell, ui::General::NoProject));
     return false;
 }
 
@@ -226,7 +226,7 @@ bool Openlib::deleteProject() {
     const auto chosen =
         m_hooks.chooseProject(prompt(kDeleteCaption, "Delete project"),
                               prompt(kProjectsIn, "Projects in %1:").arg(pathText(folder)),
-                              m_projects, generalPrompt(m_shell, General::Delete));
+                              m_projects, ui::generalPrompt(m_shell, ui::General::Delete));
     if (!chosen || chosen->isEmpty()) {
         return false;
     }
@@ -308,4 +308,4 @@ OpenlibHooks Openlib::defaultHooks() {
     return hooks;
 }
 
-} // namespace orvak::ui
+} // namespace orvak::shell::forms

@@ -12,7 +12,7 @@
 
 class QWidget;
 
-namespace orvak::ui {
+namespace orvak::shell::forms {
 
 /// The dialogs of the project commands. Each has a default (file dialog, input box, list,
 /// message box); tests replace them with recorded answers.
@@ -90,4 +90,4 @@ private:
 /// A file-system path as shown to the user (file names are UTF-8 on the host).
 QString pathText(const std::filesystem::path& path);
 
-} // namespace orvak::ui
+} // namespace orvak::shell::forms

@@ -19,7 +19,7 @@
 #include "ui/input_grid.h"
 #include "ui/qt_text.h"
 
-namespace orvak::ui {
+namespace orvak::shell::forms {
 
 namespace {
 
@@ -100,7 +100,7 @@ constexpr std::array<int, 17> kTextRows = {
 } // namespace
 
 Projdata::Projdata(shell::ShellState& shell, QWidget* parent)
-    : QWidget(parent), m_shell(shell), m_grid(new InputGrid(this)),
+    : QWidget(parent), m_shell(shell), m_grid(new ui::InputGrid(this)),
       m_saveButton(new QPushButton(this)), m_exitButton(new QPushButton(this)) {
     setObjectName(QStringLiteral("Projdata"));
     ORVAK_ASSERT(m_shell.hasProject());
@@ -115,7 +115,7 @@ Projdata::Projdata(shell::ShellState& shell, QWidget* parent)
 
     connect(m_saveButton, &QPushButton::clicked, this, [this] { save(); });
     // Inside the main window the sub-window closes, which asks this form first.
-    connect(m_exitButton, &QPushButton::clicked, this, [this] { closeForm(this); });
+    connect(m_exitButton, &QPushButton::clicked, this, [this] { ui::closeForm(this); });
 
     readPrompts();
     loadRecord();
@@ -125,10 +125,10 @@ void Projdata::readPrompts() {
     m_prompts =
         shell::readPrompts(m_shell.programFolder, m_shell.language(), kPromptKey, 2, kPromptCount);
     const auto prompt = [this](std::size_t n, std::string_view fallback) {
-        return formPrompt(m_prompts, n, fallback, m_shell.language());
+        return ui::formPrompt(m_prompts, n, fallback, m_shell.language());
     };
 
-    InputGridSetup setup;
+    ui::InputGridSetup setup;
     setup.rows = kFieldCount;
     setup.columns = 1;
     for (int row = 0; row < kFieldCount; ++row) {
@@ -138,8 +138,8 @@ void Projdata::readPrompts() {
     }
     setup.columnHeadings = {prompt(kValueHeadingPrompt, "Value")};
     setup.columnWidths = {kVisibleChars};
-    setup.rangeMessage = generalPrompt(m_shell, General::RangeMessage);
-    setup.notANumberMessage = generalPrompt(m_shell, General::NotANumber);
+    setup.rangeMessage = ui::generalPrompt(m_shell, ui::General::RangeMessage);
+    setup.notANumberMessage = ui::generalPrompt(m_shell, ui::General::NotANumber);
 
     // A new language relabels the grid; what the user typed stays, and so does the fact that
     // it is not saved yet.
@@ -171,8 +171,8 @@ void Projdata::readPrompts() {
 }
 
 QString Projdata::label(int row) const {
-    return formPrompt(m_prompts, static_cast<std::size_t>(row) + 1,
-                      kFields[static_cast<std::size_t>(row)].label, m_shell.language());
+    return ui::formPrompt(m_prompts, static_cast<std::size_t>(row) + 1,
+                          kFields[static_cast<std::size_t>(row)].label, m_shell.language());
 }
 
 void Projdata::loadRecord() {
@@ -180,11 +180,11 @@ void Projdata::loadRecord() {
     const auto& language = m_shell.language();
     const auto texts = textFields(record);
     for (std::size_t i = 0; i < texts.size(); ++i) {
-        m_grid->setCellText(kTextRows[i], 0, toQString(*texts[i], language));
+        m_grid->setCellText(kTextRows[i], 0, ui::toQString(*texts[i], language));
     }
     m_grid->setCellText(kChoiceRow, 0, QString::number(record.choice));
     m_grid->setCellText(kCountRow, 0, QString::number(record.count));
-    m_grid->setCellText(kDateRow, 0, toQString(record.dateText, language));
+    m_grid->setCellText(kDateRow, 0, ui::toQString(record.dateText, language));
     m_grid->setCellText(kValueRow, 0, QString::number(static_cast<double>(record.value), 'f', 2));
     m_grid->clearChanged();
     m_changedBeforeRelabel = false;
@@ -219,7 +219,7 @@ void Projdata::tell(const QString& message) const {
 
 bool Projdata::save() {
     const auto& language = m_shell.language();
-    InputGridModel* model = m_grid->model();
+    ui::InputGridModel* model = m_grid->model();
 
     // Every row is checked before anything is written: one refused field saves nothing.
     for (int row = 0; row < kFieldCount; ++row) {
@@ -228,7 +228,7 @@ bool Projdata::save() {
         }
         const QString text = m_grid->cellText(row, 0);
         if (model->kindAt(row, 0) == 1) {
-            const QString refusal = refusedNumberMessage(m_shell, *model, row, 0);
+            const QString refusal = ui::refusedNumberMessage(m_shell, *model, row, 0);
             if (!refusal.isEmpty()) {
                 tell(refusal);
                 showCell(row);
@@ -237,8 +237,8 @@ bool Projdata::save() {
             continue;
         }
         const int width = kFields[static_cast<std::size_t>(row)].width;
-        if (static_cast<int>(fromQString(text, language).size()) > width) {
-            tell(generalPrompt(m_shell, General::TextTooLong).arg(label(row)).arg(width));
+        if (static_cast<int>(ui::fromQString(text, language).size()) > width) {
+            tell(ui::generalPrompt(m_shell, ui::General::TextTooLong).arg(label(row)).arg(width));
             showCell(row);
             return false;
         }
@@ -248,13 +248,13 @@ bool Projdata::save() {
     shell::ProjectRecord record = m_shell.project;
     const auto texts = textFields(record);
     for (std::size_t i = 0; i < texts.size(); ++i) {
-        *texts[i] = fromQString(m_grid->cellText(kTextRows[i], 0), language);
+        *texts[i] = ui::fromQString(m_grid->cellText(kTextRows[i], 0), language);
     }
     record.workFolder = upperAscii(trimmedBlanks(record.workFolder));
     record.choice = static_cast<std::int16_t>(std::lround(m_grid->cellNumber(kChoiceRow, 0)));
     record.count = static_cast<std::int16_t>(std::lround(m_grid->cellNumber(kCountRow, 0)));
     record.value = static_cast<float>(m_grid->cellNumber(kValueRow, 0));
-    record.dateText = fromQString(dateStamp(QDate::currentDate()), language);
+    record.dateText = ui::fromQString(dateStamp(QDate::currentDate()), language);
     if (record.sheetName.empty()) {
         record.sheetName = std::string(shell::kDefaultSheetName);
     }
@@ -270,20 +270,20 @@ bool Projdata::save() {
     m_shell.sheetName = record.sheetName;
     shell::setWorkFolder(m_shell, record.workFolder);
 
-    m_grid->setCellText(kWorkFolderRow, 0, toQString(record.workFolder, language));
-    m_grid->setCellText(kDateRow, 0, toQString(record.dateText, language));
+    m_grid->setCellText(kWorkFolderRow, 0, ui::toQString(record.workFolder, language));
+    m_grid->setCellText(kDateRow, 0, ui::toQString(record.dateText, language));
     m_grid->clearChanged();
     m_changedBeforeRelabel = false;
-    emit saved(formPrompt(m_prompts, kSavedPrompt, "The project data were saved.", language));
+    emit saved(ui::formPrompt(m_prompts, kSavedPrompt, "The project data were saved.", language));
     return true;
 }
 
 void Projdata::closeEvent(QCloseEvent* event) {
-    if (!isChanged() || mayLeaveForm(this, m_shell, m_askHook, [this] { return save(); })) {
+    if (!isChanged() || ui::mayLeaveForm(this, m_shell, m_askHook, [this] { return save(); })) {
         event->accept();
     } else {
         event->ignore();
     }
 }
 
-} // namespace orvak::ui
+} // namespace orvak::shell::forms

@@ -13,8 +13,10 @@
 class QPushButton;
 
 namespace orvak::ui {
-
 class InputGrid;
+}
+
+namespace orvak::shell::forms {
 
 class Projdata : public QWidget {
     Q_OBJECT
@@ -30,7 +32,7 @@ public:
     /// Edits the current project of `shell` (which must have one and outlive the form).
     explicit Projdata(shell::ShellState& shell, QWidget* parent = nullptr);
 
-    InputGrid* grid() const { return m_grid; }
+    ui::InputGrid* grid() const { return m_grid; }
     bool isChanged() const;
 
     /// Checks every field, stamps today's date and writes GEN.CST. False, after telling the
@@ -68,7 +70,7 @@ private:
 
     shell::ShellState& m_shell;
     shell::PromptList m_prompts;
-    InputGrid* m_grid;
+    ui::InputGrid* m_grid;
     QPushButton* m_saveButton;
     QPushButton* m_exitButton;
     std::function<QMessageBox::StandardButton(const QString&)> m_askHook;
@@ -77,4 +79,4 @@ private:
     bool m_changedBeforeRelabel = false;
 };
 
-} // namespace orvak::ui
+} // namespace orvak::shell::forms

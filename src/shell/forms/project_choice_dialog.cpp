@@ -8,7 +8,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-namespace orvak::ui {
+namespace orvak::shell::forms {
 
 ProjectChoiceDialog::ProjectChoiceDialog(const QString& caption, const QString& label,
                                          const QStringList& projects, QWidget* parent)
@@ -54,4 +54,4 @@ QString ProjectChoiceDialog::chosen() const {
     return item ? item->text() : QString();
 }
 
-} // namespace orvak::ui
+} // namespace orvak::shell::forms

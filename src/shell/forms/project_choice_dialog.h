@@ -10,7 +10,7 @@ class QDialogButtonBox;
 class QLabel;
 class QListWidget;
 
-namespace orvak::ui {
+namespace orvak::shell::forms {
 
 class ProjectChoiceDialog : public QDialog {
     Q_OBJECT
@@ -31,4 +31,4 @@ private:
     QDialogButtonBox* m_buttons;
 };
 
-} // namespace orvak::ui
+} // namespace orvak::shell::forms

@@ -1,6 +1,6 @@
 // The main window: menus and their item numbering, captions from the prompt files in English
 // and Hebrew, the switch of language, the project commands' effect on the window, closing.
-#include "ui/mdi_main.h"
+#include "app/mdi_main.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -19,7 +19,7 @@
 #include "ui/shell_fixture.h"
 #include "ui/text_viewer.h"
 
-namespace orvak::ui {
+namespace orvak::app {
 namespace {
 
 namespace fs = std::filesystem;
@@ -94,25 +94,6 @@ TEST_F(MdiMainTest, ItemsKeepTheirControlArrayIndexes) {
     EXPECT_TRUE(window.menuItem(MainMenu::Help, 5)->isEnabled());
 }
 
-TEST_F(MdiMainTest, SettingAndQuantityItemsOpenTheirForms) {
-    shell::ShellState shell = startShell();
-    MdiMain window(shell);
-    window.menuItem(MainMenu::Setting, 4)->trigger();
-    window.menuItem(MainMenu::Setting, 5)->trigger();
-    window.menuItem(MainMenu::Setting, 7)->trigger();
-    window.menuItem(MainMenu::Quantities, 0)->trigger();
-    window.menuItem(MainMenu::Quantities, 1)->trigger();
-    QStringList open;
-    for (const QMdiSubWindow* sub : window.mdiArea()->subWindowList()) {
-        open << sub->widget()->objectName();
-    }
-    open.sort();
-    EXPECT_EQ(open, QStringList({"Netiron", "Roundbar", "SteelQnt", "SteelUpd", "spacing"}));
-    // A second click brings the open form forward instead of opening another.
-    window.menuItem(MainMenu::Setting, 4)->trigger();
-    EXPECT_EQ(window.mdiArea()->subWindowList().size(), 5);
-}
-
 TEST_F(MdiMainTest, CaptionsComeFromThePromptFile) {
     shell::ShellState shell = startShell();
     // The user's own prompt file: line 2 names the Project menu, line 13 its item 10.
@@ -169,8 +150,8 @@ TEST_F(MdiMainTest, ReadAllPromptsFollowsALanguageChange) {
 TEST_F(MdiMainTest, SoftwareSettingsSwitchTheWindowToHebrew) {
     shell::ShellState shell = startShell();
     MdiMain window(shell);
-    window.settingMenuClick(setting_item::kSoftware);
-    auto* form = window.mdiArea()->findChild<Gsetting*>();
+    window.menuItem(MainMenu::Setting, setting_item::kSoftware)->trigger();
+    auto* form = window.mdiArea()->findChild<shell::forms::Gsetting*>();
     ASSERT_NE(form, nullptr);
     form->languageBox()->setCurrentText("Hebrew");
     ASSERT_TRUE(form->save());
@@ -185,11 +166,11 @@ TEST_F(MdiMainTest, NewProjectBecomesCurrentEverywhere) {
     shell::ShellState shell = startShell();
     MdiMain window(shell);
     record(window);
-    OpenlibHooks hooks;
+    shell::forms::OpenlibHooks hooks;
     hooks.askText = [](const QString&, const QString&) { return QString("Tower"); };
     window.openlib().setHooks(hooks);
 
-    window.projectMenuClick(project_item::kNew);
+    window.menuItem(MainMenu::Project, project_item::kNew)->trigger();
 
     const fs::path tower = home() / "Projects" / "Tower.prj";
     EXPECT_TRUE(m_messages.isEmpty()) << m_messages.join("\n").toStdString();
@@ -210,7 +191,7 @@ TEST_F(MdiMainTest, ClosingCleansTheProjectAndRemembersIt) {
     {
         MdiMain window(shell);
         record(window);
-        window.projectMenuClick(project_item::kExit);
+        window.menuItem(MainMenu::Project, project_item::kExit)->trigger();
     }
     EXPECT_FALSE(fs::exists(demo / "EMPTY.DAT"));
     EXPECT_TRUE(fs::exists(demo / "KEEP.DAT"));
@@ -218,36 +199,24 @@ TEST_F(MdiMainTest, ClosingCleansTheProjectAndRemembersIt) {
     EXPECT_TRUE(fs::exists(home() / "GENERAL" / "orvak-window.ini"));
 }
 
-TEST_F(MdiMainTest, ProjectDataNeedsAProject) {
-    shell::ShellState shell = startShell();
-    shell.last.projectPath.clear();
-    shell.projectName.clear();
-    MdiMain window(shell);
-    record(window);
-    EXPECT_EQ(window.openProjdata(), nullptr);
-    ASSERT_EQ(m_messages.size(), 1);
-    EXPECT_EQ(m_messages[0], "No project is open: open or create a project first.");
-    EXPECT_EQ(window.windowTitle(), "Orvak Ver 2");
-}
-
 TEST_F(MdiMainTest, HelpItemsOpenTheTextAtTheirHeading) {
     shell::ShellState shell = startShell();
     MdiMain window(shell);
     window.resize(900, 700);
     record(window);
-    window.helpMenuClick(3);
-    auto* viewer = window.mdiArea()->findChild<EditAsc*>();
+    window.menuItem(MainMenu::Help, 3)->trigger();
+    auto* viewer = window.mdiArea()->findChild<ui::EditAsc*>();
     ASSERT_NE(viewer, nullptr);
     auto* text = viewer->findChild<QPlainTextEdit*>();
     EXPECT_TRUE(text->textCursor().block().text().startsWith("3. SETTINGS"));
     EXPECT_TRUE(viewer->text().startsWith("ORVAK VER 2 - HELP"));
 
     // Contents reuses the same viewer from the top.
-    window.helpMenuClick(0);
-    EXPECT_EQ(window.mdiArea()->findChildren<EditAsc*>().size(), 1);
+    window.menuItem(MainMenu::Help, 0)->trigger();
+    EXPECT_EQ(window.mdiArea()->findChildren<ui::EditAsc*>().size(), 1);
     EXPECT_EQ(text->textCursor().blockNumber(), 0);
     EXPECT_TRUE(m_messages.isEmpty());
 }
 
 } // namespace
-} // namespace orvak::ui
+} // namespace orvak::app

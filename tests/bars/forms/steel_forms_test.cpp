@@ -19,7 +19,7 @@
 #include "ui/shell_fixture.h"
 #include "ui/text_viewer.h"
 
-namespace orvak::ui {
+namespace orvak::bars::forms {
 namespace {
 
 namespace fs = std::filesystem;
@@ -238,7 +238,7 @@ TEST_F(SteelFormsTest, SteelQntReportWeighsItemsFromTheBarTable) {
     }
     auto form = open<SteelQnt>();
     ASSERT_TRUE(form->chooseElement("B12"));
-    EditAsc* viewer = form->report();
+    ui::EditAsc* viewer = form->report();
     ASSERT_NE(viewer, nullptr) << m_messages.join('\n').toStdString();
     const QString text = viewer->text();
     delete viewer;
@@ -342,11 +342,11 @@ TEST_F(SteelFormsTest, Screenshots) {
     report->chooseElement("Stair 1");
     report->chooseElement("B1");
     shoot(*report, "SteelQnt");
-    EditAsc* viewer = report->report();
+    ui::EditAsc* viewer = report->report();
     ASSERT_NE(viewer, nullptr);
     shoot(*viewer, "SteelQnt-report");
     delete viewer;
 }
 
 } // namespace
-} // namespace orvak::ui
+} // namespace orvak::bars::forms

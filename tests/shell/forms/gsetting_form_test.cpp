@@ -10,7 +10,7 @@
 #include "ui/input_grid.h"
 #include "ui/shell_fixture.h"
 
-namespace orvak::ui {
+namespace orvak::shell::forms {
 namespace {
 
 namespace fs = std::filesystem;
@@ -23,7 +23,7 @@ protected:
     }
 
     bool type(int row, const QString& text) {
-        InputGrid* grid = m_form->grid();
+        ui::InputGrid* grid = m_form->grid();
         const bool stored =
             grid->model()->setData(grid->model()->index(row, 0), text, Qt::EditRole);
         QCoreApplication::processEvents();
@@ -90,4 +90,4 @@ TEST_F(GsettingTest, RefusedSettingWritesNothing) {
 }
 
 } // namespace
-} // namespace orvak::ui
+} // namespace orvak::shell::forms

@@ -21,7 +21,7 @@
 #include "ui/shell_fixture.h"
 #include "ui/text_viewer.h"
 
-namespace orvak::ui {
+namespace orvak::bars::forms {
 namespace {
 
 namespace fs = std::filesystem;
@@ -77,7 +77,7 @@ protected:
 
     /// Types a value into a cell the way the grid's editor commits it (0-based).
     static bool type(BarTableForm& form, int row, int column, const QString& text) {
-        InputGridModel* model = form.grid()->model();
+        ui::InputGridModel* model = form.grid()->model();
         const bool stored = model->setData(model->index(row, column), text, Qt::EditRole);
         QCoreApplication::processEvents(); // a refusal is told once the editor is gone
         return stored;
@@ -92,7 +92,7 @@ protected:
 TEST_F(BarFormsTest, RoundbarOpensOnTheBuiltInTable) {
     ASSERT_FALSE(fs::exists(general() / "ROUNDBAR.DAT"));
     auto form = open<Roundbar>();
-    const InputGrid& grid = *form->grid();
+    const ui::InputGrid& grid = *form->grid();
     ASSERT_EQ(grid.model()->rowCount(), 20);
     ASSERT_EQ(grid.model()->columnCount(), 11);
 
@@ -196,7 +196,7 @@ TEST_F(BarFormsTest, RoundbarShowsTheFirstSixteenRecordsAndKeepsTheRest) {
     test::writeBytes(general() / "ROUNDBAR.DAT", bytes);
 
     auto form = open<Roundbar>();
-    const InputGrid& grid = *form->grid();
+    const ui::InputGrid& grid = *form->grid();
     EXPECT_DOUBLE_EQ(grid.cellNumber(0, 0), 101.0);
     EXPECT_EQ(grid.cellText(2, 0), "0");
     EXPECT_DOUBLE_EQ(grid.cellNumber(15, 0), 116.0);
@@ -343,7 +343,7 @@ TEST_F(BarFormsTest, LeavingWithChangesAsks) {
 TEST_F(BarFormsTest, PrintShowsOneLinePerRowInUse) {
     auto form = open<Roundbar>();
     ASSERT_TRUE(type(*form, 3, 0, "")); // 8 mm is not printed
-    EditAsc* viewer = form->printTable();
+    ui::EditAsc* viewer = form->printTable();
     ASSERT_NE(viewer, nullptr);
     const QStringList lines = viewer->text().split('\n', Qt::SkipEmptyParts);
     delete viewer;
@@ -368,7 +368,7 @@ TEST_F(BarFormsTest, InTheMainWindowPrintAndDeleteWorkOnSubWindows) {
     sub->setAttribute(Qt::WA_DeleteOnClose);
     sub->show();
 
-    EditAsc* viewer = form->printTable();
+    ui::EditAsc* viewer = form->printTable();
     ASSERT_NE(viewer, nullptr);
     ASSERT_EQ(area.subWindowList().size(), 2);
     EXPECT_EQ(area.subWindowList().at(1)->widget(), viewer);
@@ -435,7 +435,7 @@ TEST_F(BarFormsTest, Screenshots) {
         QCoreApplication::processEvents();
         EXPECT_TRUE(form.grab().save(folder + "/orvak-" + name + ".png")) << name.toStdString();
         // The printed table beside the picture, as text.
-        EditAsc* viewer = form.printTable();
+        ui::EditAsc* viewer = form.printTable();
         ASSERT_NE(viewer, nullptr);
         QFile text(folder + "/orvak-" + name + "-print.txt");
         ASSERT_TRUE(text.open(QIODevice::WriteOnly));
@@ -449,4 +449,4 @@ TEST_F(BarFormsTest, Screenshots) {
 }
 
 } // namespace
-} // namespace orvak::ui
+} // namespace orvak::bars::forms

@@ -7,7 +7,7 @@
 #include "shell/projects.h"
 #include "ui/shell_fixture.h"
 
-namespace orvak::ui {
+namespace orvak::shell::forms {
 namespace {
 
 namespace fs = std::filesystem;
@@ -169,4 +169,4 @@ TEST_F(OpenlibTest, CommandsOnTheOpenProjectNeedOne) {
 }
 
 } // namespace
-} // namespace orvak::ui
+} // namespace orvak::shell::forms

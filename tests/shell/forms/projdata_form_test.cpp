@@ -9,7 +9,7 @@
 #include "ui/input_grid.h"
 #include "ui/shell_fixture.h"
 
-namespace orvak::ui {
+namespace orvak::shell::forms {
 namespace {
 
 namespace fs = std::filesystem;
@@ -31,7 +31,7 @@ protected:
 
     /// Types a value into a row the way the grid's editor commits it.
     bool type(int row, const QString& text) {
-        InputGrid* grid = m_form->grid();
+        ui::InputGrid* grid = m_form->grid();
         const bool stored =
             grid->model()->setData(grid->model()->index(row, 0), text, Qt::EditRole);
         QCoreApplication::processEvents(); // the grid tells a refusal once the editor is gone
@@ -157,4 +157,4 @@ TEST_F(ProjdataTest, RelabellingKeepsWhatWasTyped) {
 }
 
 } // namespace
-} // namespace orvak::ui
+} // namespace orvak::shell::forms

@@ -1,12 +1,14 @@
 // The main window: menu bar built from one table of captions (the order of the MdiMain prompt
-// file), the MDI area of the forms, the status bar of the projects folder and project, the
-// parameter file of the open project, and the window geometry kept in the GENERAL folder.
-#include "ui/mdi_main.h"
+// file) and driven by the menu table, the MDI area of the forms, the status bar of the projects
+// folder and project, the parameter file of the open project, and the window geometry kept in
+// the GENERAL folder.
+#include "app/mdi_main.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFrame>
+#include <QHelpEvent>
 #include <QIcon>
 #include <QLabel>
 #include <QMdiArea>
@@ -14,6 +16,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QPixmap>
 #include <QPlainTextEdit>
@@ -22,16 +25,12 @@
 #include <QSettings>
 #include <QStatusBar>
 #include <QTextBlock>
+#include <QToolTip>
 #include <array>
 #include <string_view>
 
-#include "bars/forms/bar_table_form.h"
-#include "bars/forms/steel_qnt_form.h"
-#include "bars/forms/steel_upd_form.h"
 #include "core/error.h"
-#include "shell/forms/gsetting_form.h"
 #include "shell/forms/openlib_form.h"
-#include "shell/forms/projdata_form.h"
 #include "shell/projects.h"
 #include "shell/startup.h"
 #include "ui/general_prompts.h"
@@ -39,7 +38,7 @@
 
 namespace fs = std::filesystem;
 
-namespace orvak::ui {
+namespace orvak::app {
 
 namespace {
 
@@ -118,29 +117,16 @@ constexpr std::array kFrameEntries = {
     FrameEntry{Entry::Item, "&Report"},
 };
 
-/// Whether the form behind an item exists yet; the others are shown disabled.
-bool isAvailable(MainMenu menu, int index) {
-    switch (menu) {
-    case MainMenu::Project:
-    case MainMenu::Help:
-        return true;
-    case MainMenu::Setting:
-        return index == setting_item::kSoftware || index == setting_item::kAreasForBars ||
-               index == setting_item::kAreasForSpacing || index == setting_item::kNetworkIron;
-    case MainMenu::Quantities:
-        return index == quantities_item::kSteelUpdate || index == quantities_item::kSteelPrint;
-    default:
-        return false;
-    }
-}
-
 constexpr std::string_view kHelpKey = "HELP";
-constexpr const char* kHelpViewerName = "HelpViewer";
+constexpr std::string_view kHelpViewerName = "HelpViewer";
 constexpr const char* kGeometryFileName = "orvak-window.ini";
 /// The frame is sized to the screen less 410 twips, 27 pixels at 15 twips a pixel.
 constexpr int kScreenMarginPx = 27;
 constexpr int kTwipsPerPixel = 15;
 constexpr int kUiPointSize = 10;
+/// How long the status bar shows a save report and the count of projects found.
+constexpr int kSavedMessageMs = 5000;
+constexpr int kProjectListMessageMs = 8000;
 
 /// The program's icon, drawn rather than shipped: the initial on the frame's blue.
 QIcon programIcon() {
@@ -180,15 +166,29 @@ bool isFile(const fs::path& path) {
     return !path.empty() && fs::is_regular_file(path, ec);
 }
 
+QString latin1(std::string_view text) {
+    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+/// The action of a menu or of the menu bar under a point of it; nullptr elsewhere.
+QAction* actionUnder(QObject* bar, const QPoint& at) {
+    if (auto* drop = qobject_cast<QMenu*>(bar)) {
+        return drop->actionAt(at);
+    }
+    if (auto* menuBar = qobject_cast<QMenuBar*>(bar)) {
+        return menuBar->actionAt(at);
+    }
+    return nullptr;
+}
+
 } // namespace
 
-MdiMain::MdiMain(shell::ShellState& shell, QWidget* parent)
-    : QMainWindow(parent), m_shell(shell), m_mdi(new QMdiArea(this)),
-      m_openlib(std::make_unique<Openlib>(shell, this)), m_projectsFolderLabel(new QLabel(this)),
-      m_projectLabel(new QLabel(this)) {
+MdiMain::MdiMain(shell::ShellState& shell, std::span<const MenuItem> items, QWidget* parent)
+    : QMainWindow(parent), m_shell(shell), m_items(items), m_mdi(new QMdiArea(this)),
+      m_openlib(std::make_unique<shell::forms::Openlib>(shell, this)),
+      m_projectsFolderLabel(new QLabel(this)), m_projectLabel(new QLabel(this)) {
     m_shell.loading = true;
-    setObjectName(QString::fromLatin1(m_shell.frameKey.data(),
-                                      static_cast<qsizetype>(m_shell.frameKey.size())));
+    setObjectName(latin1(m_shell.frameKey));
     applyFonts();
     setWindowIcon(programIcon());
 
@@ -233,16 +233,20 @@ void MdiMain::applyFonts() {
 }
 
 void MdiMain::buildMenus() {
+    // The greyed items tell why when the mouse rests on them: in a tooltip, and in the
+    // status bar, which Qt leaves alone for a disabled item.
+    menuBar()->installEventFilter(this);
     QMenu* current = nullptr;
     QMenu* submenu = nullptr;
+    ItemPlace submenuPlace{};
     int menuNumber = -1;
     for (std::size_t i = 0; i < kFrameEntries.size(); ++i) {
         const FrameEntry& entry = kFrameEntries[i];
-        const QString caption =
-            QString::fromLatin1(entry.caption.data(), static_cast<qsizetype>(entry.caption.size()));
+        const QString caption = latin1(entry.caption);
         const bool nextIsSubItem =
             i + 1 < kFrameEntries.size() && kFrameEntries[i + 1].kind == Entry::SubItem;
         QAction* action = nullptr;
+        std::optional<ItemPlace> place;
         switch (entry.kind) {
         case Entry::Menu: {
             ++menuNumber;
@@ -251,13 +255,17 @@ void MdiMain::buildMenus() {
                 i + 1 < kFrameEntries.size() && kFrameEntries[i + 1].kind != Entry::Menu;
             if (hasItems) {
                 current = menuBar()->addMenu(caption);
+                current->setToolTipsVisible(true);
+                current->installEventFilter(this);
                 m_menus[static_cast<std::size_t>(menuNumber)] = current;
                 action = current->menuAction();
             } else {
                 // A menu-bar entry that opens its form at once (Graphics).
                 current = nullptr;
                 action = menuBar()->addAction(caption);
-                action->setEnabled(isAvailable(menu, 0));
+                place = ItemPlace{menu, kMenuBarEntry, kNoSubItem};
+                connect(action, &QAction::triggered, this,
+                        [this, menu] { open(menu, kMenuBarEntry); });
             }
             m_menuActions[static_cast<std::size_t>(menuNumber)] = action;
             submenu = nullptr;
@@ -269,27 +277,35 @@ void MdiMain::buildMenus() {
         case Entry::Item: {
             const auto menu = static_cast<MainMenu>(menuNumber);
             const int index = static_cast<int>(current->actions().size());
+            place = ItemPlace{menu, index, kNoSubItem};
             if (nextIsSubItem) {
                 submenu = current->addMenu(caption);
+                submenu->setToolTipsVisible(true);
+                submenu->installEventFilter(this);
                 action = submenu->menuAction();
+                submenuPlace = *place;
                 if (menu == MainMenu::Setting) {
                     m_plotterMenu = submenu;
                 }
             } else {
                 action = current->addAction(caption);
                 connect(action, &QAction::triggered, this,
-                        [this, menu, index] { menuItemClicked(menu, index); });
+                        [this, menu, index] { open(menu, index); });
             }
-            action->setEnabled(isAvailable(menu, index));
             break;
         }
-        case Entry::SubItem:
-            // Items of a sub-menu have no handler of their own until their forms exist.
+        case Entry::SubItem: {
+            const ItemPlace sub{submenuPlace.menu, submenuPlace.item,
+                                static_cast<int>(submenu->actions().size())};
             action = submenu->addAction(caption);
-            action->setEnabled(false);
+            place = sub;
+            connect(action, &QAction::triggered, this,
+                    [this, sub] { open(sub.menu, sub.item, sub.subItem); });
             break;
+        }
         }
         m_captionActions.push_back(action);
+        m_captionPlaces.push_back(place);
     }
 }
 
@@ -316,6 +332,83 @@ QAction* MdiMain::plotterItem(int index) const {
     return m_plotterMenu->actions().at(index);
 }
 
+const MenuItem* MdiMain::findItem(MainMenu menu, int item, int subItem) const {
+    for (const MenuItem& row : m_items) {
+        if (row.menu == menu && row.item == item && row.subItem == subItem) {
+            return &row;
+        }
+    }
+    return nullptr;
+}
+
+void MdiMain::updateMenuItems() {
+    const QString notInThisVersion = ui::generalPrompt(m_shell, ui::General::NotAvailable);
+    const QString noProject = ui::generalPrompt(m_shell, ui::General::NoProject);
+    for (std::size_t i = 0; i < m_captionActions.size(); ++i) {
+        if (!m_captionPlaces[i]) {
+            continue;
+        }
+        const ItemPlace& place = *m_captionPlaces[i];
+        QAction* action = m_captionActions[i];
+        QString reason;
+        if (action->menu() != nullptr) {
+            // An item with a sub-menu is there when one of its sub-items is.
+            const bool any = std::any_of(m_items.begin(), m_items.end(), [&](const MenuItem& row) {
+                return row.menu == place.menu && row.item == place.item;
+            });
+            reason = any ? QString() : notInThisVersion;
+        } else if (const MenuItem* row = findItem(place.menu, place.item, place.subItem)) {
+            reason = row->needsProject && !m_shell.hasProject() ? noProject : QString();
+        } else {
+            reason = notInThisVersion;
+        }
+        action->setEnabled(reason.isEmpty());
+        action->setToolTip(reason);
+        action->setStatusTip(reason);
+    }
+}
+
+bool MdiMain::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::MouseMove: {
+        const QAction* action =
+            actionUnder(watched, static_cast<QMouseEvent*>(event)->position().toPoint());
+        if (action && !action->isEnabled() && !action->statusTip().isEmpty()) {
+            m_shownReason = action->statusTip();
+            statusBar()->showMessage(m_shownReason);
+        } else if (!m_shownReason.isEmpty()) {
+            if (statusBar()->currentMessage() == m_shownReason) {
+                statusBar()->clearMessage();
+            }
+            m_shownReason.clear();
+        }
+        break;
+    }
+    case QEvent::Leave:
+    case QEvent::Hide:
+        if (!m_shownReason.isEmpty() && statusBar()->currentMessage() == m_shownReason) {
+            statusBar()->clearMessage();
+        }
+        m_shownReason.clear();
+        break;
+    case QEvent::ToolTip:
+        // The drop-downs show their items' tooltips themselves; the menu bar does not.
+        if (qobject_cast<QMenuBar*>(watched)) {
+            const auto* help = static_cast<QHelpEvent*>(event);
+            const QAction* action = actionUnder(watched, help->pos());
+            if (action && !action->statusTip().isEmpty()) {
+                QToolTip::showText(help->globalPos(), action->statusTip(), menuBar(),
+                                   menuBar()->actionGeometry(const_cast<QAction*>(action)));
+                return true;
+            }
+        }
+        break;
+    default:
+        break;
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
 void MdiMain::ReadAllPrompts() {
     try {
         shell::loadShellPrompts(m_shell);
@@ -330,7 +423,7 @@ void MdiMain::ReadAllPrompts() {
             continue;
         }
         m_captionActions[i]->setText(
-            formPrompt(prompts, i + 1, kFrameEntries[i].caption, m_shell.language()));
+            ui::formPrompt(prompts, i + 1, kFrameEntries[i].caption, m_shell.language()));
     }
     // Hebrew (and any language but English) reads from right to left: the whole application
     // is mirrored, menus, forms and grids alike.
@@ -359,21 +452,23 @@ QString MdiMain::captionText() const {
 
 QString MdiMain::projectsFolderText() const {
     const QString folder = m_shell.last.projectsFolder.empty()
-                               ? generalPrompt(m_shell, General::NoneShown)
+                               ? ui::generalPrompt(m_shell, ui::General::NoneShown)
                                : leftToRight(fromUtf8(m_shell.last.projectsFolder));
-    return generalPrompt(m_shell, General::ProjectsFolder) + QLatin1Char(' ') + folder;
+    return ui::generalPrompt(m_shell, ui::General::ProjectsFolder) + QLatin1Char(' ') + folder;
 }
 
 QString MdiMain::projectText() const {
-    const QString project = m_shell.hasProject() ? leftToRight(fromUtf8(m_shell.last.projectPath))
-                                                 : generalPrompt(m_shell, General::NoneShown);
-    return generalPrompt(m_shell, General::Project) + QLatin1Char(' ') + project;
+    const QString project = m_shell.hasProject()
+                                ? leftToRight(fromUtf8(m_shell.last.projectPath))
+                                : ui::generalPrompt(m_shell, ui::General::NoneShown);
+    return ui::generalPrompt(m_shell, ui::General::Project) + QLatin1Char(' ') + project;
 }
 
 void MdiMain::refreshProjectDisplay() {
     setWindowTitle(captionText());
     m_projectsFolderLabel->setText(projectsFolderText());
     m_projectLabel->setText(projectText());
+    updateMenuItems();
 }
 
 void MdiMain::tell(const QString& message) const {
@@ -384,6 +479,10 @@ void MdiMain::tell(const QString& message) const {
     }
 }
 
+void MdiMain::showSavedMessage(const QString& message) {
+    statusBar()->showMessage(message, kSavedMessageMs);
+}
+
 void MdiMain::showStartupWarnings() {
     for (const auto& warning : m_shell.warnings) {
         tell(fromUtf8(warning));
@@ -391,156 +490,75 @@ void MdiMain::showStartupWarnings() {
     m_shell.warnings.clear();
 }
 
-void MdiMain::menuItemClicked(MainMenu menu, int index) {
-    switch (menu) {
-    case MainMenu::Project:
-        projectMenuClick(index);
-        break;
-    case MainMenu::Setting:
-        settingMenuClick(index);
-        break;
-    case MainMenu::Quantities:
-        quantitiesMenuClick(index);
-        break;
-    case MainMenu::Help:
-        helpMenuClick(index);
-        break;
-    default:
-        // The forms of the other menus are not part of the program yet; their items are
-        // disabled, so no click arrives here.
-        break;
+QWidget* MdiMain::open(MainMenu menu, int item, int subItem) {
+    const MenuItem* row = findItem(menu, item, subItem);
+    if (row == nullptr) {
+        return nullptr;
     }
-}
-
-void MdiMain::projectMenuClick(int index) {
-    switch (index) {
-    case project_item::kProjectsDir:
-        if (m_openlib->chooseProjectsFolder()) {
-            try {
-                shell::saveLastProjectState(m_shell);
-            } catch (const FileError& e) {
-                tell(QString::fromUtf8(e.what()));
-            }
-            refreshProjectDisplay();
-            statusBar()->showMessage(m_openlib->projectListSummary(), 8000);
+    const QString name = latin1(row->objectName);
+    if (!name.isEmpty()) {
+        if (QMdiSubWindow* open = findChildWindow(name)) {
+            m_mdi->setActiveSubWindow(open);
+            return open->widget();
         }
-        break;
-    case project_item::kProjectData:
-        openProjdata();
-        break;
-    case project_item::kArchive:
-        m_openlib->archiveProject();
-        break;
-    case project_item::kNew:
-        if (m_openlib->newProject()) {
-            projectChanged();
-        }
-        break;
-    case project_item::kOpen:
-        if (m_openlib->openProject()) {
-            projectChanged();
-        }
-        break;
-    case project_item::kCopy:
-        m_openlib->copyProject();
-        break;
-    case project_item::kDelete:
-        m_openlib->deleteProject();
-        break;
-    case project_item::kExit:
-        close();
-        break;
-    default:
-        break;
     }
-}
-
-void MdiMain::settingMenuClick(int index) {
-    switch (index) {
-    case setting_item::kSoftware:
-        openGsetting();
-        break;
-    case setting_item::kAreasForBars:
-    case setting_item::kAreasForSpacing:
-    case setting_item::kNetworkIron:
-        openBarTable(index);
-        break;
-    default:
-        break;
+    if (row->needsProject && !m_shell.hasProject()) {
+        tell(ui::generalPrompt(m_shell, ui::General::NoProject));
+        return nullptr;
     }
-}
-
-void MdiMain::quantitiesMenuClick(int index) {
-    switch (index) {
-    case quantities_item::kSteelUpdate:
-        openSteelUpd();
-        break;
-    case quantities_item::kSteelPrint:
-        openSteelQnt();
-        break;
-    default:
-        break;
+    QWidget* form = row->open(*this);
+    if (form == nullptr) {
+        return nullptr;
     }
-}
-
-template <class Form, class Make> Form* MdiMain::openChild(const char* objectName, Make make) {
-    if (QMdiSubWindow* open = findChildWindow(objectName)) {
-        m_mdi->setActiveSubWindow(open);
-        return qobject_cast<Form*>(open->widget());
-    }
-    Form* form = make();
-    if (form != nullptr) {
-        addChildWindow(form);
-    }
+    // The name is what keeps a second window of the form from opening.
+    ORVAK_ASSERT(form->objectName() == name && !name.isEmpty());
+    addChildWindow(form);
     return form;
 }
 
-QWidget* MdiMain::openBarTable(int settingIndex) {
-    const auto showSaved = [this](const QString& message) {
-        statusBar()->showMessage(message, 5000);
-    };
-    // The table forms are shared by all projects (GENERAL folder): no project needed.
-    const auto make = [this, showSaved](auto* form) {
-        connect(form, &BarTableForm::saved, this, showSaved);
-        return form;
-    };
-    switch (settingIndex) {
-    case setting_item::kAreasForBars:
-        return openChild<Roundbar>("Roundbar", [&] { return make(new Roundbar(m_shell)); });
-    case setting_item::kAreasForSpacing:
-        return openChild<spacing>("spacing", [&] { return make(new spacing(m_shell)); });
-    case setting_item::kNetworkIron:
-        return openChild<Netiron>("Netiron", [&] { return make(new Netiron(m_shell)); });
-    default:
-        return nullptr;
+QWidget* MdiMain::openForm(const QString& objectName) {
+    for (const MenuItem& row : m_items) {
+        if (!row.objectName.empty() &&
+            latin1(row.objectName).compare(objectName, Qt::CaseInsensitive) == 0) {
+            return open(row.menu, row.item, row.subItem);
+        }
+    }
+    return nullptr;
+}
+
+QStringList MdiMain::formNames() const {
+    QStringList names;
+    for (const MenuItem& row : m_items) {
+        if (!row.objectName.empty()) {
+            names << latin1(row.objectName);
+        }
+    }
+    return names;
+}
+
+void MdiMain::chooseProjectsFolder() {
+    if (!m_openlib->chooseProjectsFolder()) {
+        return;
+    }
+    try {
+        shell::saveLastProjectState(m_shell);
+    } catch (const FileError& e) {
+        tell(QString::fromUtf8(e.what()));
+    }
+    refreshProjectDisplay();
+    statusBar()->showMessage(m_openlib->projectListSummary(), kProjectListMessageMs);
+}
+
+void MdiMain::newProject() {
+    if (m_openlib->newProject()) {
+        projectChanged();
     }
 }
 
-SteelUpd* MdiMain::openSteelUpd() {
-    return openChild<SteelUpd>("SteelUpd", [this]() -> SteelUpd* {
-        if (!m_shell.hasProject()) {
-            tell(generalPrompt(m_shell, General::NoProject));
-            return nullptr;
-        }
-        auto* form = new SteelUpd(m_shell);
-        connect(form, &SteelUpd::saved, this,
-                [this](const QString& message) { statusBar()->showMessage(message, 5000); });
-        return form;
-    });
-}
-
-SteelQnt* MdiMain::openSteelQnt() {
-    return openChild<SteelQnt>("SteelQnt", [this]() -> SteelQnt* {
-        if (!m_shell.hasProject()) {
-            tell(generalPrompt(m_shell, General::NoProject));
-            return nullptr;
-        }
-        return new SteelQnt(m_shell);
-    });
-}
-
-void MdiMain::helpMenuClick(int index) {
-    openHelp(index);
+void MdiMain::openProject() {
+    if (m_openlib->openProject()) {
+        projectChanged();
+    }
 }
 
 void MdiMain::projectChanged() {
@@ -565,9 +583,9 @@ void MdiMain::openParameterFile() {
     }
 }
 
-QMdiSubWindow* MdiMain::findChildWindow(const char* objectName) const {
+QMdiSubWindow* MdiMain::findChildWindow(const QString& objectName) const {
     for (QMdiSubWindow* sub : m_mdi->subWindowList()) {
-        if (sub->widget() && sub->widget()->objectName() == QLatin1String(objectName)) {
+        if (sub->widget() && sub->widget()->objectName() == objectName) {
             return sub;
         }
     }
@@ -575,6 +593,12 @@ QMdiSubWindow* MdiMain::findChildWindow(const char* objectName) const {
 }
 
 QMdiSubWindow* MdiMain::addChildWindow(QWidget* form) {
+    if (form->metaObject()->indexOfSignal("saved(QString)") >= 0) {
+        connect(form, SIGNAL(saved(QString)), this, SLOT(showSavedMessage(QString)));
+    }
+    if (form->metaObject()->indexOfSignal("languageChanged()") >= 0) {
+        connect(form, SIGNAL(languageChanged()), this, SLOT(ReadAllPrompts()));
+    }
     QMdiSubWindow* sub = m_mdi->addSubWindow(form);
     sub->setAttribute(Qt::WA_DeleteOnClose);
     form->show();
@@ -613,36 +637,7 @@ bool MdiMain::closeChildWindows() {
     return true;
 }
 
-Projdata* MdiMain::openProjdata() {
-    if (QMdiSubWindow* open = findChildWindow("Projdata")) {
-        m_mdi->setActiveSubWindow(open);
-        return qobject_cast<Projdata*>(open->widget());
-    }
-    if (!m_shell.hasProject()) {
-        tell(generalPrompt(m_shell, General::NoProject));
-        return nullptr;
-    }
-    auto* form = new Projdata(m_shell);
-    connect(form, &Projdata::saved, this,
-            [this](const QString& message) { statusBar()->showMessage(message, 5000); });
-    addChildWindow(form);
-    return form;
-}
-
-Gsetting* MdiMain::openGsetting() {
-    if (QMdiSubWindow* open = findChildWindow("Gsetting")) {
-        m_mdi->setActiveSubWindow(open);
-        return qobject_cast<Gsetting*>(open->widget());
-    }
-    auto* form = new Gsetting(m_shell);
-    connect(form, &Gsetting::languageChanged, this, &MdiMain::ReadAllPrompts);
-    connect(form, &Gsetting::saved, this,
-            [this](const QString& message) { statusBar()->showMessage(message, 5000); });
-    addChildWindow(form);
-    return form;
-}
-
-EditAsc* MdiMain::openHelp(int index) {
+ui::EditAsc* MdiMain::openHelp(int index) {
     // The help text follows the prompt-file rule (language folder, HELP & letter & ".TXT"),
     // falling back to the English text.
     std::string language = m_shell.language();
@@ -652,27 +647,27 @@ EditAsc* MdiMain::openHelp(int index) {
         file = shell::promptFilePath(m_shell.programFolder, language, kHelpKey);
     }
     if (!isFile(file)) {
-        tell(generalPrompt(m_shell, General::HelpMissing));
+        tell(ui::generalPrompt(m_shell, ui::General::HelpMissing));
         return nullptr;
     }
 
-    EditAsc* viewer = nullptr;
-    if (QMdiSubWindow* open = findChildWindow(kHelpViewerName)) {
-        viewer = qobject_cast<EditAsc*>(open->widget());
+    ui::EditAsc* viewer = nullptr;
+    if (QMdiSubWindow* open = findChildWindow(latin1(kHelpViewerName))) {
+        viewer = qobject_cast<ui::EditAsc*>(open->widget());
         m_mdi->setActiveSubWindow(open);
     } else {
-        viewer = new EditAsc;
-        viewer->setObjectName(QString::fromLatin1(kHelpViewerName));
+        viewer = new ui::EditAsc;
+        viewer->setObjectName(latin1(kHelpViewerName));
         viewer->setMessageHook([this](const QString& message) { tell(message); });
         if (!viewer->openFile(fromUtf8(file.string()), language)) {
             delete viewer;
             return nullptr;
         }
-        viewer->setActionTexts(generalPrompt(m_shell, General::Print),
-                               generalPrompt(m_shell, General::SaveAsPdf),
-                               generalPrompt(m_shell, General::Exit));
+        viewer->setActionTexts(ui::generalPrompt(m_shell, ui::General::Print),
+                               ui::generalPrompt(m_shell, ui::General::SaveAsPdf),
+                               ui::generalPrompt(m_shell, ui::General::Exit));
         viewer->setWindowTitle(fromUtf8(m_shell.title) + QStringLiteral(" - ") +
-                               generalPrompt(m_shell, General::Help));
+                               ui::generalPrompt(m_shell, ui::General::Help));
         QMdiSubWindow* sub = addChildWindow(viewer);
         const QSize room = m_mdi->viewport()->size();
         sub->resize(std::min(680, room.width()), std::min(520, room.height()));
@@ -753,4 +748,4 @@ void MdiMain::closeEvent(QCloseEvent* event) {
     event->accept();
 }
 
-} // namespace orvak::ui
+} // namespace orvak::app

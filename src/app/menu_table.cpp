@@ -1,0 +1,86 @@
+// The rows of the menu table: each item of the menu bar that is in this version, with the form
+// it opens or the command it runs. A new form is one more row here.
+#include "app/menu_table.h"
+
+#include <array>
+
+#include "app/mdi_main.h"
+#include "bars/forms/bar_table_form.h"
+#include "bars/forms/steel_qnt_form.h"
+#include "bars/forms/steel_upd_form.h"
+#include "shell/forms/gsetting_form.h"
+#include "shell/forms/openlib_form.h"
+#include "shell/forms/projdata_form.h"
+
+namespace orvak::app {
+
+namespace {
+
+/// A form that needs nothing but the shell to open.
+template <class Form> QWidget* form(MdiMain& frame) {
+    return new Form(frame.shell());
+}
+
+/// A help item opens the help text at its section (0: from the top).
+template <int Section> QWidget* help(MdiMain& frame) {
+    frame.openHelp(Section);
+    return nullptr;
+}
+
+using bars::forms::Netiron;
+using bars::forms::Roundbar;
+using bars::forms::spacing;
+using bars::forms::SteelQnt;
+using bars::forms::SteelUpd;
+using shell::forms::Gsetting;
+using shell::forms::Projdata;
+namespace pi = project_item;
+namespace si = setting_item;
+namespace qi = quantities_item;
+
+constexpr bool kProject = true; // needs an open project
+constexpr bool kAlways = false;
+
+// clang-format off
+const std::array kMenuTable = {
+    MenuItem{MainMenu::Project, pi::kProjectsDir, "", kAlways,
+             [](MdiMain& f) -> QWidget* { f.chooseProjectsFolder(); return nullptr; }},
+    MenuItem{MainMenu::Project, pi::kProjectData, "Projdata", kProject, form<Projdata>},
+    MenuItem{MainMenu::Project, pi::kArchive, "", kProject,
+             [](MdiMain& f) -> QWidget* { f.openlib().archiveProject(); return nullptr; }},
+    MenuItem{MainMenu::Project, pi::kNew, "", kAlways,
+             [](MdiMain& f) -> QWidget* { f.newProject(); return nullptr; }},
+    MenuItem{MainMenu::Project, pi::kOpen, "", kAlways,
+             [](MdiMain& f) -> QWidget* { f.openProject(); return nullptr; }},
+    MenuItem{MainMenu::Project, pi::kCopy, "", kProject,
+             [](MdiMain& f) -> QWidget* { f.openlib().copyProject(); return nullptr; }},
+    MenuItem{MainMenu::Project, pi::kDelete, "", kAlways,
+             [](MdiMain& f) -> QWidget* { f.openlib().deleteProject(); return nullptr; }},
+    MenuItem{MainMenu::Project, pi::kExit, "", kAlways,
+             [](MdiMain& f) -> QWidget* { f.close(); return nullptr; }},
+
+    MenuItem{MainMenu::Quantities, qi::kSteelUpdate, "SteelUpd", kProject, form<SteelUpd>},
+    MenuItem{MainMenu::Quantities, qi::kSteelPrint, "SteelQnt", kProject, form<SteelQnt>},
+
+    MenuItem{MainMenu::Setting, si::kSoftware, "Gsetting", kAlways, form<Gsetting>},
+    // The bar tables live in the GENERAL folder, shared by every project.
+    MenuItem{MainMenu::Setting, si::kAreasForBars, "Roundbar", kAlways, form<Roundbar>},
+    MenuItem{MainMenu::Setting, si::kAreasForSpacing, "spacing", kAlways, form<spacing>},
+    MenuItem{MainMenu::Setting, si::kNetworkIron, "Netiron", kAlways, form<Netiron>},
+
+    MenuItem{MainMenu::Help, 0, "", kAlways, help<0>},
+    MenuItem{MainMenu::Help, 1, "", kAlways, help<1>},
+    MenuItem{MainMenu::Help, 2, "", kAlways, help<2>},
+    MenuItem{MainMenu::Help, 3, "", kAlways, help<3>},
+    MenuItem{MainMenu::Help, 4, "", kAlways, help<4>},
+    MenuItem{MainMenu::Help, 5, "", kAlways, help<5>},
+};
+// clang-format on
+
+} // namespace
+
+std::span<const MenuItem> menuTable() {
+    return kMenuTable;
+}
+
+} // namespace orvak::app

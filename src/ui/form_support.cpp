@@ -1,0 +1,95 @@
+// What the forms share beyond the grid: Yes/No questions defaulting to No, messages, the
+// listing face, and the report viewer opened beside the form.
+#include "ui/form_support.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QFontInfo>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QStyle>
+#include <QWidget>
+#include <algorithm>
+
+#include "shell/shell_state.h"
+#include "ui/general_prompts.h"
+#include "ui/text_viewer.h"
+
+namespace orvak::ui {
+
+namespace {
+
+constexpr QSize kViewerSize(760, 540);
+
+} // namespace
+
+bool askYesNo(QWidget* form, const AskHook& hook, const QString& question, const QString& title) {
+    const QMessageBox::StandardButton answer =
+        hook ? hook(question)
+             : QMessageBox::question(form, title, question, QMessageBox::Yes | QMessageBox::No,
+                                     QMessageBox::No);
+    return answer == QMessageBox::Yes;
+}
+
+void tellUser(QWidget* form, const MessageHook& hook, const QString& message) {
+    // The engines' sentences come without their full stop.
+    QString text = message.trimmed();
+    if (!text.isEmpty() && !QStringLiteral(".!?:").contains(text.back())) {
+        text += QLatin1Char('.');
+    }
+    if (hook) {
+        hook(text);
+    } else {
+        QMessageBox::warning(form, form->windowTitle(), text);
+    }
+}
+
+QFont listingFont() {
+    QFont font(QStringLiteral("DejaVu Sans Mono"));
+    font.setStyleHint(QFont::Monospace);
+    font.setFixedPitch(true);
+    font.setPointSizeF(QApplication::font().pointSizeF());
+    if (!QFontInfo(font).fixedPitch()) {
+        font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    }
+    return font;
+}
+
+void fitToChars(QLineEdit* edit, int chars) {
+    const QFontMetrics metrics(edit->font());
+    // Frame and text margins of the line edit on each side, and room for the caret.
+    const int margins = 2 * (edit->style()->pixelMetric(QStyle::PM_DefaultFrameWidth) + 4) + 2;
+    edit->setFixedWidth(chars * metrics.horizontalAdvance(QLatin1Char('0')) + margins);
+}
+
+EditAsc* openReportViewer(QWidget* form, const shell::ShellState& shell, const QString& title,
+                          const QString& text, const MessageHook& hook) {
+    auto* viewer = new EditAsc;
+    viewer->setAttribute(Qt::WA_DeleteOnClose);
+    viewer->setActionTexts(generalPrompt(shell, General::Print),
+                           generalPrompt(shell, General::SaveAsPdf),
+                           generalPrompt(shell, General::Exit));
+    if (hook) {
+        viewer->setMessageHook(hook);
+    }
+    viewer->showText(title, text);
+
+    auto* sub = qobject_cast<QMdiSubWindow*>(form->parentWidget());
+    QMdiArea* area = sub ? sub->mdiArea() : nullptr;
+    if (area) {
+        QMdiSubWindow* viewerWindow = area->addSubWindow(viewer);
+        viewerWindow->setAttribute(Qt::WA_DeleteOnClose);
+        const QSize room = area->viewport()->size();
+        viewerWindow->resize(std::min(kViewerSize.width(), room.width()),
+                             std::min(kViewerSize.height(), room.height()));
+        viewerWindow->show();
+        area->setActiveSubWindow(viewerWindow);
+    } else {
+        viewer->resize(kViewerSize);
+        viewer->show();
+    }
+    return viewer;
+}
+
+} // namespace orvak::ui
