@@ -57,15 +57,6 @@ void writeSynced(const fs::path& path, const std::vector<std::uint8_t>& bytes,
     ::close(fd);
 }
 
-// Makes a rename or delete in `folder` durable.
-void syncFolder(const fs::path& folder) {
-    const int dfd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (dfd >= 0) {
-        ::fsync(dfd);
-        ::close(dfd);
-    }
-}
-
 } // namespace
 
 double cellNumber(std::string_view text) {
