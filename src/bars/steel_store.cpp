@@ -387,8 +387,7 @@ std::size_t IronDatabase::replaceElementItems(ElementKind kind, std::int16_t sla
     for (const SteelItem& item : items) {
         rows.push_back(normalized(item));
     }
-    return guarded(m_path, [&] {
-        SQLite::Transaction tx(*m_db, SQLite::TransactionBehavior::IMMEDIATE);
+    auto replace = [&] {
         SQLite::Statement remove(*m_db, "DELETE FROM SteelQntTable WHERE GENERAL = ? AND "
                                         "CIELINDEX = ? AND BEAMINDEX = ?");
         remove.bind(1, static_cast<int>(kind));
@@ -402,9 +401,40 @@ std::size_t IronDatabase::replaceElementItems(ElementKind kind, std::int16_t sla
         if (beforeCommit) {
             beforeCommit();
         }
-        tx.commit();
         return added;
+    };
+    return guarded(m_path, [&] {
+        if (!m_inGroup) {
+            SQLite::Transaction tx(*m_db, SQLite::TransactionBehavior::IMMEDIATE);
+            const std::size_t added = replace();
+            tx.commit();
+            return added;
+        }
+        // Inside a group the element is a savepoint: it lands with the group's commit, and
+        // an element that fails is rolled back alone.
+        m_db->exec("SAVEPOINT element");
+        try {
+            const std::size_t added = replace();
+            m_db->exec("RELEASE element");
+            return added;
+        } catch (...) {
+            m_db->exec("ROLLBACK TO element");
+            m_db->exec("RELEASE element");
+            throw;
+        }
     });
+}
+
+void IronDatabase::beginGroup() {
+    ORVAK_ASSERT(!m_inGroup);
+    guarded(m_path, [&] { m_db->exec("BEGIN IMMEDIATE"); });
+    m_inGroup = true;
+}
+
+void IronDatabase::commitGroup() {
+    ORVAK_ASSERT(m_inGroup);
+    m_inGroup = false;
+    guarded(m_path, [&] { m_db->exec("COMMIT"); });
 }
 
 void IronDatabase::deferDurability() {

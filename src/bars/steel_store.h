@@ -141,6 +141,13 @@ public:
     void deferDurability();
     /// Makes the deferred transactions durable and returns the store to its plain journal.
     void flushDeferred();
+    /// Groups the element replacements that follow into one transaction (each element a
+    /// savepoint of it, rolled back alone when it fails) until commitGroup(): a run writes
+    /// the pages its elements share once per group rather than once per element. A group
+    /// dropped without commitGroup() (the store closed, the program killed) leaves the store
+    /// as it was before the group.
+    void beginGroup();
+    void commitGroup();
 
     std::optional<SteelItem> findItem(std::string_view mainKey) const;
     /// `delqnt`: deletes the item of that key; false when there was none.
@@ -166,6 +173,7 @@ private:
 
     std::filesystem::path m_path;
     std::unique_ptr<SQLite::Database> m_db;
+    bool m_inGroup = false;
 };
 
 /// `OpenIronDatabase` of the project folder.

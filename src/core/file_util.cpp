@@ -142,6 +142,19 @@ void syncFolder(const fs::path& folder) {
     }
 }
 
+void syncFile(const fs::path& path) {
+    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) {
+        throw FileError(path, "The file cannot be flushed to disk: " + systemMessage(errno));
+    }
+    const bool ok = ::fdatasync(fd) == 0;
+    const int err = errno;
+    ::close(fd);
+    if (!ok) {
+        throw FileError(path, "The file cannot be flushed to disk: " + systemMessage(err));
+    }
+}
+
 void flushFileSystem(const fs::path& folder) {
     const int dfd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (dfd < 0) {

@@ -47,6 +47,8 @@ std::filesystem::path writeTemporaryBeside(const std::filesystem::path& target,
 void renameOver(const std::filesystem::path& temp, const std::filesystem::path& target);
 /// Makes the entries of a folder (renames, new files) durable.
 void syncFolder(const std::filesystem::path& folder);
+/// Flushes a file's data to disk. Throws FileError when it cannot.
+void syncFile(const std::filesystem::path& path);
 /// Flushes every written file of the file system that holds `folder` to disk, in one call
 /// (syncfs where the host has it, else a whole sync).
 void flushFileSystem(const std::filesystem::path& folder);

@@ -13,6 +13,9 @@ namespace orvak::core {
 
 namespace {
 
+// Up to this many staged files a commit flushes each one; above it, the whole file system once.
+constexpr std::size_t kFilesFlushedOneByOne = 16;
+
 fs::path folderOf(const fs::path& target) {
     return target.has_parent_path() ? target.parent_path() : fs::path(".");
 }
@@ -68,9 +71,18 @@ std::vector<fs::path> OutputBatch::commit() {
         }
     }
     if (m_durability == Durability::PerRun) {
-        // One flush makes every temporary durable before any of them takes its target's name.
-        for (const fs::path& folder : folders) {
-            flushFileSystem(folder);
+        // Every temporary is durable before any of them takes its target's name. A few files
+        // are flushed one by one; many are flushed by one flush of the file system, which
+        // costs one journal commit instead of one per file (but also writes out what other
+        // programs left unwritten there).
+        if (m_staged.size() <= kFilesFlushedOneByOne) {
+            for (const Staged& s : m_staged) {
+                syncFile(s.temp);
+            }
+        } else {
+            for (const fs::path& folder : folders) {
+                flushFileSystem(folder);
+            }
         }
     }
     std::size_t next = 0;

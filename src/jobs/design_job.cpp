@@ -9,6 +9,10 @@ namespace orvak::jobs {
 
 namespace {
 
+// Elements whose steel items one transaction of the store takes: their shared pages are
+// written once per group, and a group holds the store's write lock for well under a second.
+constexpr std::size_t kElementsPerGroup = 25;
+
 // An element that could not be designed or written: its transaction has rolled back, and the
 // files it staged go too.
 void failElement(ElementReport& report, core::OutputBatch& batch, std::size_t mark,
@@ -62,7 +66,12 @@ JobResult runDesignJob(const std::filesystem::path& projectFolder,
                 if (out.recordsSteel) {
                     if (!store) {
                         bars::IronDatabase db = bars::OpenIronDatabase(projectFolder);
-                        db.deferDurability();
+                        // One element commits as any save does; a longer run defers the
+                        // store's flushes to its end.
+                        if (n > 1) {
+                            db.deferDurability();
+                            db.beginGroup();
+                        }
                         store.emplace(std::move(db));
                     }
                     store->replaceElementItems(
@@ -85,16 +94,23 @@ JobResult runDesignJob(const std::filesystem::path& projectFolder,
             observer.finished(i + 1, n, report);
         }
         result.elements.push_back(std::move(report));
+        if (store && n > 1 && (i + 1) % kElementsPerGroup == 0) {
+            store->commitGroup();
+            store->beginGroup();
+        }
+    }
+    if (store && n > 1) {
+        store->commitGroup();
     }
     try {
         batch.commit();
     } catch (...) {
-        if (store) {
+        if (store && n > 1) {
             store->flushDeferred();
         }
         throw;
     }
-    if (store) {
+    if (store && n > 1) {
         store->flushDeferred();
     }
     return result;
