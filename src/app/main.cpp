@@ -19,6 +19,7 @@
 #include <optional>
 
 #include "core/error.h"
+#include "model/shipped_data.h"
 #include "shell/startup.h"
 #include "ui/mdi_main.h"
 
@@ -118,6 +119,7 @@ int main(int argc, char** argv) {
     if (!dataFolder.empty()) {
         options.dataFolder = dataFolder;
     }
+    options.installShippedData = orvak::model::installShippedData;
     if (const QScreen* screen = QApplication::primaryScreen()) {
         options.screenWidthTwips = twips(screen->size().width());
         options.screenHeightTwips = twips(screen->size().height());

@@ -9,8 +9,8 @@
 #include "beams/beam_job.h"
 #include "beams/beam_job_fixture.h"
 #include "beams/case_files.h"
-#include "beams/model_json.h"
 #include "core/error.h"
+#include "model/model_json.h"
 #include "support/temp_dir.h"
 #include "support/unprivileged.h"
 
@@ -19,6 +19,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+using model::modelFromJson;
+using model::writeProjectModel;
 using testing::twoBeamModel;
 using testing::writeBarTable;
 
