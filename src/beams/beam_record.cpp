@@ -11,6 +11,7 @@
 #include "core/error.h"
 #include "core/file_util.h"
 #include "core/settings_fields.h"
+#include "core/tolerances.h"
 #include "floors/floors.h"
 
 namespace fs = std::filesystem;
@@ -302,7 +303,7 @@ std::string validateBeam(const BeamRecord& b) {
             const auto kindId = static_cast<LoadKind>(k + 1);
             // Positions are singles: a load typed to end at the support (1.2 + 4.8 on 6 m)
             // may add up a rounding above the span, which is no error.
-            const double slack = 1e-6 * span.lengthM;
+            const double slack = core::kSingleRounding * span.lengthM;
             if (kindId == LoadKind::PartialUniform) {
                 if (load.startM < 0.0f || load.lengthM <= 0.0f ||
                     static_cast<double>(load.startM) + load.lengthM > span.lengthM + slack) {
