@@ -9,11 +9,11 @@
 
 #include "beams/beam_job.h"
 #include "jobs/beam_design_job.h"
-#include "beams/model_json.h"
 #include "bench_models.h"
 #include "core/file_util.h"
 #include "core/record.h"
 #include "floors/floors.h"
+#include "model/model_json.h"
 
 namespace {
 
@@ -42,7 +42,7 @@ public:
         fs::create_directories(general());
         const fs::path model =
             fs::path(__FILE__).parent_path().parent_path() / "data" / "demo" / "model.json";
-        importModelFile(project(), model);
+        orvak::model::importModelFile(project(), model);
         const float rows[][3] = {{8, 0.40f, 0.50f},  {10, 0.62f, 0.79f}, {12, 0.89f, 1.13f},
                                  {14, 1.21f, 1.54f}, {16, 1.58f, 2.01f}, {20, 2.47f, 3.14f}};
         std::string bytes;

@@ -20,6 +20,7 @@
 
 #include "app/mdi_main.h"
 #include "core/error.h"
+#include "model/shipped_data.h"
 #include "shell/startup.h"
 
 namespace fs = std::filesystem;
@@ -120,6 +121,7 @@ int main(int argc, char** argv) {
     if (!dataFolder.empty()) {
         options.dataFolder = dataFolder;
     }
+    options.installShippedData = orvak::model::installShippedData;
     if (const QScreen* screen = QApplication::primaryScreen()) {
         options.screenWidthTwips = twips(screen->size().width());
         options.screenHeightTwips = twips(screen->size().height());

@@ -493,7 +493,7 @@ std::string validateBeamInput(const BeamAnalysisInput& input) {
                                no);
         }
         const double l = span.lengthCm;
-        const double slack = l * 1e-9;
+        const double slack = l * core::kRelativeEqual;
         for (const SpanLoad& load : span.loads) {
             if (load.present && (!finite(load.deadValue) || !finite(load.liveValue) ||
                                  !finite(load.startCm) || !finite(load.lengthCm))) {

@@ -4,13 +4,14 @@
 
 #include <algorithm>
 #include <cmath>
-#include <type_traits>
 
 #include <fmt/format.h>
 
 #include "core/concrete.h"
 #include "core/error.h"
 #include "core/file_util.h"
+#include "core/settings_fields.h"
+#include "core/tolerances.h"
 #include "floors/floors.h"
 
 namespace fs = std::filesystem;
@@ -184,23 +185,11 @@ std::string validateBeam(const BeamRecord& b) {
     // the design. A negative value stands for the code's value where the setting has one;
     // the load factors have none, and a negative one would turn the loads upside down.
     std::string settingsProblem;
-    forEachSettingsField(b.settings, [&settingsProblem](std::string_view name, const auto& v) {
-        using T = std::decay_t<decltype(v)>;
-        if constexpr (!std::is_same_v<T, std::int16_t>) {
-            const auto values = [&v] {
-                if constexpr (std::is_same_v<T, float>) {
-                    return std::array<float, 1>{v};
-                } else {
-                    return v;
-                }
-            }();
-            const bool factor = name == "FACDEADL" || name == "FACDAYNL";
-            for (const float x : values) {
-                if (settingsProblem.empty() && (!finite(x) || (factor && x < 0.0f))) {
-                    settingsProblem = fmt::format("the setting {} must be {}", name,
-                                                  factor ? "a number of 0 or more" : "a number");
-                }
-            }
+    core::forEachSettingsSingle(b.settings, [&settingsProblem](std::string_view name, float x) {
+        const bool factor = name == "FACDEADL" || name == "FACDAYNL";
+        if (settingsProblem.empty() && (!finite(x) || (factor && x < 0.0f))) {
+            settingsProblem = fmt::format("the setting {} must be {}", name,
+                                          factor ? "a number of 0 or more" : "a number");
         }
     });
     if (!settingsProblem.empty()) {
@@ -314,7 +303,7 @@ std::string validateBeam(const BeamRecord& b) {
             const auto kindId = static_cast<LoadKind>(k + 1);
             // Positions are singles: a load typed to end at the support (1.2 + 4.8 on 6 m)
             // may add up a rounding above the span, which is no error.
-            const double slack = 1e-6 * span.lengthM;
+            const double slack = core::kSingleRounding * span.lengthM;
             if (kindId == LoadKind::PartialUniform) {
                 if (load.startM < 0.0f || load.lengthM <= 0.0f ||
                     static_cast<double>(load.startM) + load.lengthM > span.lengthM + slack) {

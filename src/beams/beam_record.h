@@ -12,6 +12,7 @@
 #include "beams/beam_settings.h"
 #include "beams/section.h"
 #include "core/record.h"
+#include "core/settings_fields.h"
 
 namespace orvak::beams {
 
@@ -120,7 +121,7 @@ struct BeamRecord {
 
     /// The live-load duration with the fallback of a stored 0 applied.
     double effectiveLiveLoadMonths() const {
-        return liveLoadMonths > 0.0f ? liveLoadMonths : kDefaultLiveLoadMonths;
+        return core::orDefault(liveLoadMonths, kDefaultLiveLoadMonths);
     }
 };
 

@@ -1,10 +1,6 @@
-// Design settings of beams: record codec of the settings fields, the built-in defaults and the
-// BMSETING.DAT file.
+// Design settings of beams: the built-in defaults, and the settings record and BMSETING.DAT
+// through the shared settings codec.
 #include "beams/beam_settings.h"
-
-#include <type_traits>
-
-#include "core/file_util.h"
 
 namespace fs = std::filesystem;
 
@@ -59,56 +55,21 @@ BeamSettings defaultBeamSettings() {
 
 BeamSettings decodeBeamSettings(const core::RecordBuffer& rec) {
     BeamSettings s;
-    forEachSettingsField(s, [&](std::string_view name, auto& value) {
-        const core::FieldDef& f = kBeamSettingsLayout[name];
-        using T = std::decay_t<decltype(value)>;
-        if constexpr (std::is_same_v<T, std::int16_t>) {
-            value = rec.getInt16(f);
-        } else if constexpr (std::is_same_v<T, float>) {
-            value = rec.getSingle(f);
-        } else {
-            for (std::size_t i = 0; i < value.size(); ++i) {
-                value[i] = rec.getSingle(f, i);
-            }
-        }
-    });
+    core::decodeSettingsFields(kBeamSettingsLayout, rec, s);
     return s;
 }
 
 core::RecordBuffer encodeBeamSettings(const BeamSettings& settings) {
-    core::RecordBuffer rec = core::blankRecord(kBeamSettingsLayout);
-    rec.setText(kBeamSettingsLayout["marker"], std::string(1, core::kUseMark));
-    forEachSettingsField(settings, [&](std::string_view name, const auto& value) {
-        const core::FieldDef& f = kBeamSettingsLayout[name];
-        using T = std::decay_t<decltype(value)>;
-        if constexpr (std::is_same_v<T, std::int16_t>) {
-            rec.setInt16(f, value);
-        } else if constexpr (std::is_same_v<T, float>) {
-            rec.setSingle(f, value);
-        } else {
-            for (std::size_t i = 0; i < value.size(); ++i) {
-                rec.setSingle(f, value[i], i);
-            }
-        }
-    });
-    return rec;
+    return core::encodeSettingsRecord(kBeamSettingsLayout, settings);
 }
 
 BeamSettings readBeamSettingsFile(const fs::path& folder) {
-    const auto path = core::findFileNoCase(folder, kBeamSettingsFile);
-    if (!path) {
-        return defaultBeamSettings();
-    }
-    const auto file = core::RecordFile::load(*path, kBeamSettingsLayout.size);
-    const core::RecordBuffer rec = file.read(1);
-    return rec.inUse() ? decodeBeamSettings(rec) : defaultBeamSettings();
+    return core::readSettingsFile(folder, kBeamSettingsFile, kBeamSettingsLayout,
+                                  defaultBeamSettings());
 }
 
 void writeBeamSettingsFile(const fs::path& folder, const BeamSettings& settings) {
-    const fs::path path = core::resolveNoCase(folder, kBeamSettingsFile);
-    auto file = core::RecordFile::load(path, kBeamSettingsLayout.size);
-    file.write(1, encodeBeamSettings(settings));
-    file.save();
+    core::writeSettingsRecord(folder, kBeamSettingsFile, encodeBeamSettings(settings));
 }
 
 } // namespace orvak::beams

@@ -3,11 +3,14 @@
 #pragma once
 
 #include <array>
+#include <concepts>
 #include <cstdint>
 #include <filesystem>
 #include <string_view>
+#include <type_traits>
 
 #include "core/record.h"
+#include "core/settings_fields.h"
 
 namespace orvak::beams {
 
@@ -105,19 +108,21 @@ struct BeamSettings {
     float LFacTxt = 0;                ///< multiplier of the span in the minimum-depth check
     std::array<float, 12> THIKTXT{};  ///< divisors of the minimum depth L/x, see docs
 
-    double effectiveFacRmax() const { return FacRmaxTxt > 0 ? FacRmaxTxt : 0.5; }
-    double effectiveFacRmin() const { return FacRminTxt > 0 ? FacRminTxt : 14.06; }
-    double effectiveMomFi() const { return MomFiTxt > 0 ? MomFiTxt : 0.9; }
-    double effectiveLdfact() const { return LdfactTxt > 0 ? LdfactTxt : 1.0; }
-    double effectiveShearFi() const { return ShearFiTxt > 0 ? ShearFiTxt : 0.85; }
-    double effectiveVsMin() const { return VsMinTxt > 0 ? VsMinTxt : 3.5; }
+    double effectiveFacRmax() const { return core::orDefault(FacRmaxTxt, 0.5); }
+    double effectiveFacRmin() const { return core::orDefault(FacRminTxt, 14.06); }
+    double effectiveMomFi() const { return core::orDefault(MomFiTxt, 0.9); }
+    double effectiveLdfact() const { return core::orDefault(LdfactTxt, 1.0); }
+    double effectiveShearFi() const { return core::orDefault(ShearFiTxt, 0.85); }
+    double effectiveVsMin() const { return core::orDefault(VsMinTxt, 3.5); }
 
     bool operator==(const BeamSettings&) const = default;
 };
 
-/// Calls visit(name, member) for every field in stored order; `S` is BeamSettings or const
-/// BeamSettings. Members are std::int16_t, float or std::array<float, N>.
-template <class S, class Visit> void forEachSettingsField(S& s, Visit&& visit) {
+/// The beam's field list for the settings codec of core/settings_fields.h: calls visit(name,
+/// member) for every field in stored order; `S` is BeamSettings or const BeamSettings.
+template <class S, class Visit>
+    requires std::same_as<std::remove_const_t<S>, BeamSettings>
+void forEachSettingsField(S& s, Visit&& visit) {
     visit("MINUPSQ", s.MINUPSQ);
     visit("MINUPSD", s.MINUPSD);
     visit("MINDNSQ", s.MINDNSQ);

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "beams/section.h"
+#include "core/concrete.h"
 
 namespace orvak::beams {
 
@@ -30,8 +31,8 @@ inline constexpr double kMomFiFallback = 0.9;
 inline constexpr double kFacRmaxFallback = 0.5;
 inline constexpr double kFacRminFallback = 14.06;
 inline constexpr double kLdFactFallback = 1.0;
-/// Modulus of the reinforcing steel, kg/cm² (also in the balanced term 6100 = Es × 0.003).
-inline constexpr double kSteelModulusKgCm2 = 2040000.0;
+/// Modulus of the reinforcing steel, kg/cm²: the shared material constant.
+using core::kSteelModulusKgCm2;
 
 /// The ratios of one design call with the fallbacks applied.
 struct FlexureLimits {

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "core/error.h"
+#include "core/tolerances.h"
 
 namespace orvak::beams {
 
@@ -30,7 +31,7 @@ int rootsInInterval(double a2, double a1, double a0, double len, std::array<doub
     std::array<double, 2> r{};
     int n = 0;
     const double scale = std::abs(a1) * len + std::abs(a0);
-    if (std::abs(a2) * len * len <= 1e-13 * scale) {
+    if (std::abs(a2) * len * len <= core::kNegligibleQuadratic * scale) {
         if (a1 != 0.0) {
             r[n++] = -a0 / a1;
         }
@@ -292,7 +293,7 @@ DeflectionExtreme SpanCurve::maxDeflection(const SpanElasticStart& start, const 
         return result;
     }
     double x = m_stationX[best];
-    const double tolerance = 1e-12 * m_length;
+    const double tolerance = core::kPeakPlaceRelative * m_length;
     for (int iteration = 0; iteration < 60 && hi - lo > tolerance; ++iteration) {
         const double g = slopeDown(x, start, end, values);
         if (g > 0.0) {

@@ -9,9 +9,9 @@
 #include <sstream>
 
 #include "beams/case_files.h"
-#include "beams/model_json.h"
 #include "cli/commands.h"
 #include "core/error.h"
+#include "model/model_json.h"
 
 namespace fs = std::filesystem;
 using nlohmann::json;
@@ -33,7 +33,7 @@ struct AnalyseOptions {
     std::string casesFolder;
 };
 
-const beams::BeamRecord& pickBeam(const beams::ProjectModel& model, const AnalyseOptions& o) {
+const beams::BeamRecord& pickBeam(const model::ProjectModel& model, const AnalyseOptions& o) {
     if (o.floor <= 0 || o.beam <= 0) {
         throw InputError("A model holds several beams: give --floor N and --beam N.");
     }
@@ -53,24 +53,24 @@ const beams::BeamRecord& pickBeam(const beams::ProjectModel& model, const Analys
 std::pair<beams::BeamRecord, fs::path> loadBeam(const AnalyseOptions& o) {
     std::error_code ec;
     if (fs::is_directory(o.input, ec)) {
-        const beams::ProjectModel model = beams::readProjectModel(o.input);
-        beams::BeamRecord beam = pickBeam(model, o);
+        const model::ProjectModel project = model::readProjectModel(o.input);
+        beams::BeamRecord beam = pickBeam(project, o);
         const std::string problem = beams::validateBeam(beam);
         if (!problem.empty()) {
             throw InputError(fmt::format("Floor {}, beam {}: {}.", o.floor, o.beam, problem));
         }
         return {beam, fs::path(o.input)};
     }
-    const json j = beams::readJsonFile(o.input);
+    const json j = model::readJsonFile(o.input);
     const fs::path cases = o.casesFolder.empty() ? fs::path() : fs::path(o.casesFolder);
     if (j.is_object() && j.contains("format")) {
-        return {pickBeam(beams::modelFromJson(j), o), cases};
+        return {pickBeam(model::modelFromJson(j), o), cases};
     }
     std::string where = "Beam";
     if (j.is_object() && j.contains("name") && j.at("name").is_string()) {
         where += " " + j.at("name").get<std::string>();
     }
-    return {beams::beamFromJson(j, where), cases};
+    return {model::beamFromJson(j, where), cases};
 }
 
 json caseJson(const beams::CaseResult& c) {

@@ -6,10 +6,10 @@
 
 #include <fmt/format.h>
 
-#include "beams/model_json.h"
 #include "cli/commands.h"
 #include "core/error.h"
 #include "core/file_util.h"
+#include "model/model_json.h"
 
 namespace fs = std::filesystem;
 
@@ -39,14 +39,14 @@ void addModelCommands(CLI::App& app, CommandContext& context) {
     importCmd->callback([&context, importProject, importFile] {
         context.action = [importProject, importFile] {
             const fs::path folder = projectFolder(*importProject);
-            const auto model = beams::modelFromJson(beams::readJsonFile(*importFile));
-            beams::writeProjectModel(folder, model);
+            const auto imported = model::modelFromJson(model::readJsonFile(*importFile));
+            model::writeProjectModel(folder, imported);
             std::size_t beamCount = 0;
-            for (const auto& f : model.floors) {
+            for (const auto& f : imported.floors) {
                 beamCount += f.beams.size();
             }
             std::cout << fmt::format("Imported {} floors and {} beams into {}\n",
-                                     model.floors.size(), beamCount, folder.string());
+                                     imported.floors.size(), beamCount, folder.string());
             return 0;
         };
     });
@@ -62,7 +62,7 @@ void addModelCommands(CLI::App& app, CommandContext& context) {
         context.action = [exportProject, exportFile] {
             const fs::path folder = projectFolder(*exportProject);
             const std::string text =
-                beams::modelToJson(beams::readProjectModel(folder)).dump(2) + "\n";
+                model::modelToJson(model::readProjectModel(folder)).dump(2) + "\n";
             if (exportFile->empty()) {
                 std::cout << text;
             } else {

@@ -16,7 +16,9 @@ double beta1(double fcKgCm2) {
     return std::max(0.65, 0.85 - 0.05 * (fcKgCm2 - 280.0) / 70.0);
 }
 
-double balancedTerm(double fyKgCm2) { return 6100.0 / (6100.0 + fyKgCm2); }
+double balancedTerm(double fyKgCm2) {
+    return kBalancedStrainStressKgCm2 / (kBalancedStrainStressKgCm2 + fyKgCm2);
+}
 
 double concreteModulus(double fcKgCm2) {
     ORVAK_ASSERT(fcKgCm2 >= 0.0);

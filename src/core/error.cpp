@@ -30,8 +30,9 @@ FileError::FileError(std::filesystem::path path, std::string message,
     : std::runtime_error(describe(path, message, record, offset)), m_path(std::move(path)),
       m_record(record), m_offset(offset) {}
 
-void assertionFailed(const char* expr, const char* file, int line) {
-    std::fprintf(stderr, "Orvak internal error: %s (%s:%d)\n", expr, file, line);
+void assertionFailed(std::string_view what, const char* file, int line) {
+    std::fprintf(stderr, "Orvak internal error: %.*s (%s:%d)\n", static_cast<int>(what.size()),
+                 what.data(), file, line);
     std::abort();
 }
 

@@ -7,6 +7,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace orvak {
 
@@ -45,6 +46,10 @@ public:
         }                                                                                          \
     } while (false)
 
+/// Always-on failure for a programming error that no single condition names; `message` (text
+/// or std::string) says what was wrong.
+#define ORVAK_FAIL(message) ::orvak::assertionFailed((message), __FILE__, __LINE__)
+
 namespace orvak {
-[[noreturn]] void assertionFailed(const char* expr, const char* file, int line);
+[[noreturn]] void assertionFailed(std::string_view what, const char* file, int line);
 }

@@ -11,6 +11,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/error.h"
+
 namespace orvak::core {
 
 enum class FieldType : std::uint8_t { Text, Int16, Int32, Single };
@@ -52,15 +54,16 @@ template <std::size_t N> struct RecordLayout {
     std::array<FieldDef, N> fields{};
     std::size_t size = 0;
 
-    /// The field of the given name; a name that is not in the layout fails to compile when
-    /// used in a constant expression, and asserts otherwise.
+    /// The field of the given name. A name that is not in the layout is a bug: it fails to
+    /// compile when used in a constant expression, and otherwise asserts, naming the field.
     constexpr const FieldDef& operator[](std::string_view name) const {
         for (const auto& f : fields) {
             if (f.name == name) {
                 return f;
             }
         }
-        throw "unknown field"; // not a constant expression: a compile error in constexpr use
+        // The failure is not a constant expression, so a compile-time use does not compile.
+        ORVAK_FAIL(std::string("the record layout has no field \"").append(name).append("\""));
     }
 };
 

@@ -5,11 +5,6 @@
 #include <pwd.h>
 #include <unistd.h>
 
-#include <nlohmann/json.hpp>
-
-#include "bars/bar_table_grid.h"
-#include "beams/model_json.h"
-#include "core/codepage.h"
 #include "core/error.h"
 #include "core/file_util.h"
 #include "shell/project_record.h"
@@ -74,56 +69,6 @@ bool usableProjectFolder(const std::string& path) {
     return p.is_absolute() && isFolder(p);
 }
 
-std::string single(const nlohmann::json& value) {
-    return core::fromUtf8(value.get<std::string>(), core::CodePage::Windows1252);
-}
-
-template <std::size_t N>
-void textArray(const nlohmann::json& j, const char* key, std::array<std::string, N>& out) {
-    if (!j.contains(key)) {
-        return;
-    }
-    const auto& a = j.at(key);
-    for (std::size_t i = 0; i < N && i < a.size(); ++i) {
-        out[i] = single(a.at(i));
-    }
-}
-
-// The GEN.CST fields of a project description; fields it does not name stay blank.
-ProjectRecord recordFromJson(const nlohmann::json& j) {
-    ProjectRecord r;
-    r.projectCode = j.value("projectCode", std::int16_t{0});
-    textArray(j, "titleLines", r.titleLines);
-    textArray(j, "shortTexts", r.shortTexts);
-    textArray(j, "texts9to11", r.texts9to11);
-    textArray(j, "codes", r.codes);
-    if (j.contains("values")) {
-        const auto& a = j.at("values");
-        for (std::size_t i = 0; i < r.values.size() && i < a.size(); ++i) {
-            r.values[i] = a.at(i).get<float>();
-        }
-    }
-    const auto text = [&](const char* key, std::string& out) {
-        if (j.contains(key)) {
-            out = single(j.at(key));
-        }
-    };
-    text("unitsText", r.unitsText);
-    text("workFolder", r.workFolder);
-    text("text12", r.text12);
-    text("dateText", r.dateText);
-    text("outputName", r.outputName);
-    text("sheetName", r.sheetName);
-    r.choice = j.value("choice", std::int16_t{1});
-    r.count = j.value("count", std::int16_t{1});
-    r.value = j.value("value", 0.0f);
-    r.outputNumber = j.value("outputNumber", std::int16_t{0});
-    if (r.sheetName.empty()) {
-        r.sheetName = std::string(kDefaultSheetName);
-    }
-    return r;
-}
-
 } // namespace
 
 fs::path resolveProgramFolder(const std::function<const char*(const char*)>& env) {
@@ -170,46 +115,6 @@ fs::path defaultProjectsFolder(const fs::path& programFolder) {
     return programFolder / kProjectsFolderName;
 }
 
-fs::path installDemoProject(const fs::path& demoData, const fs::path& projectsFolder) {
-    const fs::path target = projectsFolder / kDemoProjectFolderName;
-    if (core::findFileNoCase(projectsFolder, kDemoProjectFolderName)) {
-        return target;
-    }
-    const fs::path description = demoData / "project.json";
-    const auto bytes = core::readWholeFile(description);
-    if (!bytes) {
-        throw FileError(description, "The demo project's description is missing");
-    }
-    ProjectRecord record;
-    try {
-        const auto j = nlohmann::json::parse(bytes->begin(), bytes->end());
-        record = recordFromJson(j.at("genCst"));
-    } catch (const nlohmann::json::exception& e) {
-        throw FileError(description,
-                        std::string("The demo project's description cannot be read: ") + e.what());
-    }
-    core::makeFolder(projectsFolder);
-    core::makeFolder(target);
-    try {
-        writeProjectRecord(target, record);
-        createScratchFolder(target);
-        // The demo building's floors and beams, when the data folder describes them.
-        if (const auto model = core::findFileNoCase(demoData, "model.json")) {
-            try {
-                beams::importModelFile(target, *model);
-            } catch (const InputError& e) {
-                throw FileError(*model,
-                                std::string("The demo model cannot be imported: ") + e.what());
-            }
-        }
-    } catch (...) {
-        std::error_code ec;
-        fs::remove_all(target, ec);
-        throw;
-    }
-    return target;
-}
-
 void installProgramData(const fs::path& dataFolder, const fs::path& programFolder) {
     if (dataFolder.empty() || !isFolder(dataFolder)) {
         return;
@@ -218,20 +123,6 @@ void installProgramData(const fs::path& dataFolder, const fs::path& programFolde
     const fs::path drivers = core::resolveNoCase(programFolder, kDriversFolderName);
     core::makeFolder(drivers);
 
-    // A fresh installation gets the built-in bar and spacing tables as files, so that the
-    // design modules and the steel report have bars to work with from the first start. An
-    // existing GENERAL folder is the user's: a table deleted there stays deleted.
-    if (!core::findFileNoCase(programFolder, kGeneralFolderName)) {
-        const fs::path general = programFolder / kGeneralFolderName;
-        core::makeFolder(general);
-        for (const bars::TableKind* kind : {&bars::roundbarTable(), &bars::spacingTable()}) {
-            bars::BarTableGrid grid = bars::BarTableGrid::read(*kind, general);
-            if (grid.showsDefaults()) {
-                grid.markChanged();
-                grid.save(general);
-            }
-        }
-    }
     if (const auto languageFile = core::findFileNoCase(dataFolder, kLanguageFile)) {
         copyFileIfMissing(*languageFile, drivers);
     }
@@ -257,15 +148,6 @@ void installProgramData(const fs::path& dataFolder, const fs::path& programFolde
             }
         }
     }
-
-    // The demo project belongs to a fresh installation only: once the Projects folder exists,
-    // the projects in it are the user's business.
-    const fs::path projects = defaultProjectsFolder(programFolder);
-    std::error_code ec;
-    const auto demo = core::findFileNoCase(dataFolder, "demo");
-    if (!fs::exists(projects, ec) && demo && isFolder(*demo)) {
-        installDemoProject(*demo, projects);
-    }
 }
 
 ShellState runStartup(const StartupOptions& options) {
@@ -278,6 +160,9 @@ ShellState runStartup(const StartupOptions& options) {
     if (options.dataFolder) {
         try {
             installProgramData(*options.dataFolder, shell.programFolder);
+            if (options.installShippedData) {
+                options.installShippedData(*options.dataFolder, shell.programFolder);
+            }
         } catch (const FileError& e) {
             shell.warnings.push_back(e.what());
         }

@@ -26,21 +26,14 @@ inline constexpr std::string_view kDemoProjectFolderName = "Demo.prj";
 std::filesystem::path resolveDataFolder(const std::filesystem::path& executable,
                                         const std::function<const char*(const char*)>& env);
 
-/// Copies the shipped data into the program folder where it is missing: LANGUAGE.DAT into
-/// DRIVERS, the prompt files of each language the shipped LANGUAGE.DAT names (and English)
-/// into its folder, and, when the program folder has no Projects folder yet (a fresh
-/// installation), the demo project as Projects/Demo.prj. A file the user already has is never
-/// overwritten, and a demo project the user deleted does not come back. An empty or missing
-/// data folder installs nothing. Throws FileError when a file cannot be read or written.
+/// Copies the shell's shipped data into the program folder where it is missing: LANGUAGE.DAT
+/// into DRIVERS and the prompt files of each language the shipped LANGUAGE.DAT names (and
+/// English) into its folder. A file the user already has is never overwritten. An empty or
+/// missing data folder installs nothing. Throws FileError when a file cannot be read or
+/// written. What the design modules ship is installed through
+/// StartupOptions::installShippedData.
 void installProgramData(const std::filesystem::path& dataFolder,
                         const std::filesystem::path& programFolder);
-
-/// Creates the demo project `projectsFolder`/Demo.prj with the GEN.CST described by
-/// `demoData`/project.json; a Demo.prj that exists is left alone. Returns the project folder.
-/// Throws FileError when the description cannot be read or the project cannot be written (a
-/// half-made project is removed).
-std::filesystem::path installDemoProject(const std::filesystem::path& demoData,
-                                         const std::filesystem::path& projectsFolder);
 
 /// The default projects folder of a fresh installation: program folder / "Projects".
 std::filesystem::path defaultProjectsFolder(const std::filesystem::path& programFolder);
@@ -52,6 +45,14 @@ struct StartupOptions {
     std::int16_t screenHeightTwips = 0;
     /// A project to open instead of the remembered one (the program's --project option).
     std::optional<std::filesystem::path> project;
+    /// Installs what the design modules ship (bar tables, the demo project) from the data
+    /// folder into the program folder. Called after the shell's own data and before start-up
+    /// creates any folder, so that it can still tell a fresh installation; only with a data
+    /// folder. A FileError it throws becomes a warning. The shell knows no design module: the
+    /// program's entry hands model::installShippedData here.
+    std::function<void(const std::filesystem::path& dataFolder,
+                       const std::filesystem::path& programFolder)>
+        installShippedData;
 };
 
 /// The start-up sequence up to the prompts: the shipped data (when a data folder is given),

@@ -90,6 +90,11 @@ TEST(RecordCodec, TextIsCutOrPaddedToItsWidth) {
     EXPECT_FALSE(fromString(std::string(21, ' ')).inUse());
 }
 
+TEST(RecordCodecDeathTest, AnUnknownFieldNameAssertsNamingIt) {
+    const std::string name = "Lod"; // a slip of "Load", known only at run time
+    EXPECT_DEATH(kSample[name], "the record layout has no field \"Lod\"");
+}
+
 TEST(RecordCodec, SinglesKeepTheirBits) {
     RecordBuffer rec(kSample.size);
     // -0.1f = 0xBDCCCCCD, the nearest single to -0.1.

@@ -9,9 +9,9 @@
 #include "beams/beam_job.h"
 #include "beams/beam_job_fixture.h"
 #include "beams/case_files.h"
-#include "beams/model_json.h"
 #include "core/error.h"
 #include "jobs/beam_design_job.h"
+#include "model/model_json.h"
 #include "support/temp_dir.h"
 #include "support/unprivileged.h"
 
@@ -22,6 +22,8 @@ namespace fs = std::filesystem;
 
 using jobs::designStoredBeam;
 using jobs::ElementStatus;
+using model::modelFromJson;
+using model::writeProjectModel;
 using testing::twoBeamModel;
 using testing::writeBarTable;
 

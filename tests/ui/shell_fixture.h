@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "model/shipped_data.h"
 #include "shell/shell_state.h"
 #include "shell/software_config.h"
 #include "shell/startup.h"
@@ -26,6 +27,7 @@ protected:
         shell::StartupOptions options;
         options.programFolder = shell::resolveProgramFolder(std::getenv);
         options.dataFolder = std::filesystem::path(ORVAK_SOURCE_DATA_DIR);
+        options.installShippedData = model::installShippedData;
         return shell::runStartup(options);
     }
 

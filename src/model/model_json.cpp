@@ -1,6 +1,6 @@
 // The project model as JSON: reading with checks and plain messages, writing with numbers that
-// read back to the same singles, and moving a model into and out of a project folder.
-#include "beams/model_json.h"
+// read back to the same singles, and importing a model file into a project folder.
+#include "model/model_json.h"
 
 #include <algorithm>
 #include <charconv>
@@ -20,7 +20,19 @@
 namespace fs = std::filesystem;
 using nlohmann::json;
 
-namespace orvak::beams {
+namespace orvak::model {
+
+using beams::BeamRecord;
+using beams::BeamSettings;
+using beams::defaultBeamSettings;
+using beams::kBeamRecordLayout;
+using beams::kDefaultLiveLoadMonths;
+using beams::kLoadKindCount;
+using beams::kMaxSpans;
+using beams::LoadKind;
+using beams::StoredLoad;
+using beams::StoredSpan;
+using beams::StoredSupport;
 
 namespace {
 
@@ -491,43 +503,9 @@ json readJsonFile(const fs::path& path) {
     }
 }
 
-ProjectModel readProjectModel(const fs::path& projectFolder) {
-    ProjectModel model;
-    for (const floors::Floor& f : floors::readFloors(projectFolder)) {
-        model.floors.push_back({f, readBeamFile(projectFolder, f.number)});
-    }
-    return model;
-}
-
-void writeProjectModel(const fs::path& projectFolder, const ProjectModel& model) {
-    if (core::findFileNoCase(projectFolder, floors::kFloorsFile)) {
-        throw InputError(fmt::format("The project {} has floors already; import goes into a "
-                                     "project without CIELS.DAT.",
-                                     projectFolder.string()));
-    }
-    for (const FloorModel& fm : model.floors) {
-        if (core::findFileNoCase(projectFolder, floors::beamFileName(fm.floor.number))) {
-            throw InputError(fmt::format("The project {} has a beam file {} already.",
-                                         projectFolder.string(),
-                                         floors::beamFileName(fm.floor.number)));
-        }
-    }
-    // Beam files first, the floor list last: a project with CIELS.DAT is a finished import.
-    for (const FloorModel& fm : model.floors) {
-        if (!fm.beams.empty()) {
-            writeBeamFile(projectFolder, fm.floor.number, fm.beams);
-        }
-    }
-    std::vector<floors::Floor> list;
-    for (const auto& fm : model.floors) {
-        list.push_back(fm.floor);
-    }
-    floors::writeFloors(projectFolder, list);
-}
-
 void importModelFile(const fs::path& projectFolder, const fs::path& modelFile) {
     const json j = readJsonFile(modelFile);
     writeProjectModel(projectFolder, modelFromJson(j));
 }
 
-} // namespace orvak::beams
+} // namespace orvak::model

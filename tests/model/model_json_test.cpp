@@ -4,13 +4,15 @@
 
 #include <cmath>
 
-#include "beams/model_json.h"
 #include "core/error.h"
-#include "shell/startup.h"
+#include "model/model_json.h"
+#include "model/shipped_data.h"
 #include "support/temp_dir.h"
 
-namespace orvak::beams {
+namespace orvak::model {
 namespace {
+
+using namespace orvak::beams;
 
 namespace fs = std::filesystem;
 using nlohmann::json;
@@ -166,7 +168,7 @@ TEST(ModelJsonWrite, SinglesReadBackExactly) {
 TEST(ModelJsonDemo, FirstStartInstallsTheDemoBuilding) {
     test::TempDir dir;
     const fs::path demoData = fs::path(ORVAK_TEST_DATA_DIR) / ".." / ".." / "data" / "demo";
-    const fs::path project = shell::installDemoProject(demoData, dir.path());
+    const fs::path project = installDemoProject(demoData, dir.path());
     const ProjectModel m = readProjectModel(project);
     ASSERT_EQ(m.floors.size(), 2u);
     std::size_t beams = 0;
@@ -181,4 +183,4 @@ TEST(ModelJsonDemo, FirstStartInstallsTheDemoBuilding) {
 }
 
 } // namespace
-} // namespace orvak::beams
+} // namespace orvak::model

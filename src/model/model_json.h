@@ -4,48 +4,33 @@
 
 #include <filesystem>
 #include <string>
-#include <vector>
+#include <string_view>
 
 #include <nlohmann/json.hpp>
 
 #include "beams/beam_record.h"
-#include "floors/floors.h"
+#include "model/project_model.h"
 
-namespace orvak::beams {
+namespace orvak::model {
 
 inline constexpr std::string_view kModelFormat = "orvak-model";
 inline constexpr int kModelVersion = 1;
-
-struct FloorModel {
-    floors::Floor floor;
-    std::vector<BeamRecord> beams; ///< beam n of the floor is beams[n − 1]
-};
-
-struct ProjectModel {
-    std::vector<FloorModel> floors;
-};
 
 /// A model from its JSON. Throws InputError with one sentence naming the floor, beam, span
 /// and field at fault (the first fault found).
 ProjectModel modelFromJson(const nlohmann::json& j);
 /// One beam object; `where` begins the messages (e.g. "Beam B1"). Throws InputError.
-BeamRecord beamFromJson(const nlohmann::json& j, const std::string& where);
+beams::BeamRecord beamFromJson(const nlohmann::json& j, const std::string& where);
 
 nlohmann::json modelToJson(const ProjectModel& model);
-nlohmann::json beamToJson(const BeamRecord& beam);
+nlohmann::json beamToJson(const beams::BeamRecord& beam);
 
 /// Reads a JSON file; throws FileError when it cannot be read or parsed.
 nlohmann::json readJsonFile(const std::filesystem::path& path);
-
-/// The floors and beams stored in a project folder. Throws FileError.
-ProjectModel readProjectModel(const std::filesystem::path& projectFolder);
-/// Writes CIELS.DAT and the beam file of every floor. Refuses (InputError) when the project
-/// already holds floors or beam files, so that nothing is overwritten.
-void writeProjectModel(const std::filesystem::path& projectFolder, const ProjectModel& model);
 
 /// Reads and checks a model file, then writes it into the project (nothing is written when
 /// any part is bad). Throws InputError or FileError.
 void importModelFile(const std::filesystem::path& projectFolder,
                      const std::filesystem::path& modelFile);
 
-} // namespace orvak::beams
+} // namespace orvak::model

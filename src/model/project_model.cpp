@@ -1,0 +1,48 @@
+// The project model in a project folder: the floor list CIELS.DAT and one beam file per floor,
+// read as they stand and written only into a project that holds none of them yet.
+#include "model/project_model.h"
+
+#include <fmt/format.h>
+
+#include "core/error.h"
+#include "core/file_util.h"
+
+namespace fs = std::filesystem;
+
+namespace orvak::model {
+
+ProjectModel readProjectModel(const fs::path& projectFolder) {
+    ProjectModel model;
+    for (const floors::Floor& f : floors::readFloors(projectFolder)) {
+        model.floors.push_back({f, beams::readBeamFile(projectFolder, f.number)});
+    }
+    return model;
+}
+
+void writeProjectModel(const fs::path& projectFolder, const ProjectModel& model) {
+    if (core::findFileNoCase(projectFolder, floors::kFloorsFile)) {
+        throw InputError(fmt::format("The project {} has floors already; import goes into a "
+                                     "project without CIELS.DAT.",
+                                     projectFolder.string()));
+    }
+    for (const FloorModel& fm : model.floors) {
+        if (core::findFileNoCase(projectFolder, floors::beamFileName(fm.floor.number))) {
+            throw InputError(fmt::format("The project {} has a beam file {} already.",
+                                         projectFolder.string(),
+                                         floors::beamFileName(fm.floor.number)));
+        }
+    }
+    // Beam files first, the floor list last: a project with CIELS.DAT is a finished import.
+    for (const FloorModel& fm : model.floors) {
+        if (!fm.beams.empty()) {
+            beams::writeBeamFile(projectFolder, fm.floor.number, fm.beams);
+        }
+    }
+    std::vector<floors::Floor> list;
+    for (const auto& fm : model.floors) {
+        list.push_back(fm.floor);
+    }
+    floors::writeFloors(projectFolder, list);
+}
+
+} // namespace orvak::model
