@@ -2,13 +2,16 @@
 // factorisation of the stiffness matrix for all load cases, statics along each span after.
 #include "beams/beam_analysis.h"
 
-#include <Eigen/Cholesky>
 #include <Eigen/Core>
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <memory>
+
 #include <fmt/format.h>
 
 #include "beams/fixed_end_forces.h"
+#include "core/error.h"
 #include "core/tolerances.h"
 
 namespace orvak::beams {
@@ -18,16 +21,87 @@ namespace {
 // Unit load values for one kind: the fixed-end forces are linear in the load value.
 using UnitFixedEnd = std::array<FixedEndForces, kLoadKindCount>;
 
+// The stiffness equations of a continuous beam couple each joint's two degrees of freedom
+// with those of its neighbours only: numbered joint by joint, a free equation reaches at most
+// three places to either side of the diagonal.
+constexpr int kHalfBand = 3;
+
+// Cholesky factor L (K = L Lᵀ) of a symmetric positive definite band matrix, stored by rows:
+// row i holds L(i, i - k) for k = 0 .. kHalfBand. The work grows with the number of
+// equations, not with its cube.
+class BandCholesky {
+public:
+    void resize(int n) {
+        m_n = n;
+        m_band.assign(static_cast<std::size_t>(n) * (kHalfBand + 1), 0.0);
+    }
+    // Entry (i, j) of the lower band, i >= j >= i - kHalfBand: the matrix before factor(), L
+    // after it.
+    double& at(int i, int j) {
+        ORVAK_ASSERT(i >= j && i - j <= kHalfBand);
+        return m_band[static_cast<std::size_t>(i) * (kHalfBand + 1) + (i - j)];
+    }
+    double at(int i, int j) const {
+        return m_band[static_cast<std::size_t>(i) * (kHalfBand + 1) + (i - j)];
+    }
+    // Factors in place. Returns the smallest squared pivot, or 0 when a pivot is not positive
+    // (the matrix is singular or not positive definite).
+    double factor() {
+        double minPivot = std::numeric_limits<double>::infinity();
+        for (int i = 0; i < m_n; ++i) {
+            for (int j = std::max(0, i - kHalfBand); j <= i; ++j) {
+                double sum = at(i, j);
+                for (int k = std::max(0, i - kHalfBand); k < j; ++k) {
+                    sum -= at(i, k) * at(j, k);
+                }
+                if (i == j) {
+                    if (!(sum > 0.0)) {
+                        return 0.0;
+                    }
+                    minPivot = std::min(minPivot, sum);
+                    at(i, i) = std::sqrt(sum);
+                } else {
+                    at(i, j) = sum / at(j, j);
+                }
+            }
+        }
+        return minPivot;
+    }
+    // Solves K x = b for every column of rhs, in place.
+    void solveInPlace(Eigen::MatrixXd& rhs) const {
+        for (Eigen::Index c = 0; c < rhs.cols(); ++c) {
+            for (int i = 0; i < m_n; ++i) {
+                double v = rhs(i, c);
+                for (int k = std::max(0, i - kHalfBand); k < i; ++k) {
+                    v -= at(i, k) * rhs(k, c);
+                }
+                rhs(i, c) = v / at(i, i);
+            }
+            for (int i = m_n - 1; i >= 0; --i) {
+                double v = rhs(i, c);
+                for (int k = i + 1; k <= std::min(m_n - 1, i + kHalfBand); ++k) {
+                    v -= at(k, i) * rhs(k, c);
+                }
+                rhs(i, c) = v / at(i, i);
+            }
+        }
+    }
+
+private:
+    int m_n = 0;
+    std::vector<double> m_band;
+};
+
 struct Model {
     int spanCount = 0;
     int jointCount = 0;
-    std::vector<SpanCurve> curves;
+    std::shared_ptr<const SpanCurves> curves;
     std::vector<double> rigidity; // EI per span, kg·cm²
     std::vector<UnitFixedEnd> unitFixedEnd;
     std::vector<int> freeIndex; // per degree of freedom (2 per joint): free index or -1
     int freeCount = 0;
     Eigen::VectorXd scale; // Jacobi scaling of the free equations
-    Eigen::LLT<Eigen::MatrixXd> factor;
+    BandCholesky factor;
 };
 
 bool finite(double v) {
@@ -92,16 +166,24 @@ LoadValues loadValues(const BeamSpan& span, double deadFactor, double liveFactor
 
 // Builds the span curves and the stiffness matrix and factors it. Returns an empty string, or
 // the reason the beam cannot be analysed.
-std::string buildModel(const BeamAnalysisInput& input, Model& model) {
+std::string buildModel(const BeamAnalysisInput& input, std::shared_ptr<const SpanCurves> curves,
+                       Model& model) {
     const int n = static_cast<int>(input.spans.size());
     model.spanCount = n;
     model.jointCount = n + 1;
-    model.curves.reserve(n);
+    if (!curves || curves->size() != static_cast<std::size_t>(n)) {
+        auto built = std::make_shared<SpanCurves>();
+        built->reserve(n);
+        for (const BeamSpan& span : input.spans) {
+            built->emplace_back(span.lengthCm, span.loads);
+        }
+        curves = std::move(built);
+    }
+    model.curves = std::move(curves);
     model.rigidity.reserve(n);
     model.unitFixedEnd.resize(n);
     for (int i = 0; i < n; ++i) {
         const BeamSpan& span = input.spans[i];
-        model.curves.emplace_back(span.lengthCm, span.loads);
         model.rigidity.push_back(input.elasticModulusKgCm2 * span.inertiaCm4);
         for (std::size_t k = 0; k < kLoadKindCount; ++k) {
             const LoadKind kind = static_cast<LoadKind>(k + 1);
@@ -132,7 +214,8 @@ std::string buildModel(const BeamAnalysisInput& input, Model& model) {
         return {};
     }
 
-    Eigen::MatrixXd k = Eigen::MatrixXd::Zero(model.freeCount, model.freeCount);
+    BandCholesky& k = model.factor;
+    k.resize(model.freeCount);
     for (int i = 0; i < n; ++i) {
         const double l = input.spans[i].lengthCm;
         const double c = model.rigidity[i] / (l * l * l);
@@ -147,19 +230,25 @@ std::string buildModel(const BeamAnalysisInput& input, Model& model) {
             }
             for (int s = 0; s < 4; ++s) {
                 const int fs = model.freeIndex[2 * i + s];
-                if (fs >= 0) {
-                    k(fr, fs) += c * ke[r][s];
+                if (fs >= 0 && fs <= fr) {
+                    k.at(fr, fs) += c * ke[r][s];
                 }
             }
         }
     }
     // Scaling to a unit diagonal makes the pivots comparable between displacement and
     // rotation equations, whose stiffness differs by L².
-    model.scale = k.diagonal().cwiseSqrt().cwiseInverse();
-    k = model.scale.asDiagonal() * k * model.scale.asDiagonal();
-    model.factor.compute(k);
-    const double minPivot = model.factor.matrixLLT().diagonal().cwiseAbs2().minCoeff();
-    if (model.factor.info() != Eigen::Success || !(minPivot >= core::kSingularPivot)) {
+    model.scale.resize(model.freeCount);
+    for (int i = 0; i < model.freeCount; ++i) {
+        model.scale[i] = 1.0 / std::sqrt(k.at(i, i));
+    }
+    for (int i = 0; i < model.freeCount; ++i) {
+        for (int j = std::max(0, i - kHalfBand); j <= i; ++j) {
+            k.at(i, j) *= model.scale[i] * model.scale[j];
+        }
+    }
+    const double minPivot = k.factor();
+    if (!(minPivot >= core::kSingularPivot)) {
         return "The beam is unstable: its supports cannot hold it in place.";
     }
     return {};
@@ -232,7 +321,7 @@ std::vector<CaseResult> solveStates(const BeamAnalysisInput& input, const Model&
     SpanLoadShares ownShares;
     for (int i = 0; i < n; ++i) {
         int cached = 0;
-        const SpanCurve& curve = model.curves[i];
+        const SpanCurve& curve = (*model.curves)[i];
         const bool leftHinged = i == 0 && !input.supports[0].restrainsRotation;
         const bool rightHinged = i == n - 1 && !input.supports[n].restrainsRotation;
         StationRow momentMax;
@@ -364,7 +453,7 @@ ServiceCase withDeflections(CaseResult forces, const Model& model,
     s.stationDeflectionsMm.resize(static_cast<std::size_t>(n) * kStationsPerSpan);
     s.maxDeflections.resize(n);
     for (int i = 0; i < n; ++i) {
-        const SpanCurve& curve = model.curves[i];
+        const SpanCurve& curve = (*model.curves)[i];
         const SpanElasticStart start{forces.displacementsUpCm[i], forces.rotations[i],
                                      model.rigidity[i]};
         const SpanEndActions& end = ends[offset + i];
@@ -394,12 +483,12 @@ BeamAnalysisResult failed(AnalysisStatus status, std::string message) {
 }
 
 BeamAnalysisResult analyze(const BeamAnalysisInput& input, bool withFactoredCases,
-                           unsigned serviceStates) {
+                           unsigned serviceStates, std::shared_ptr<const SpanCurves> curves) {
     if (std::string problem = validateBeamInput(input); !problem.empty()) {
         return failed(AnalysisStatus::InvalidInput, std::move(problem));
     }
     Model model;
-    if (std::string problem = buildModel(input, model); !problem.empty()) {
+    if (std::string problem = buildModel(input, std::move(curves), model); !problem.empty()) {
         BeamAnalysisResult r = failed(AnalysisStatus::Unstable, std::move(problem));
         r.freeDofCount = model.freeCount;
         return r;
@@ -441,6 +530,7 @@ BeamAnalysisResult analyze(const BeamAnalysisInput& input, bool withFactoredCase
         input, model, states, values, static_cast<int>(factoredCount), ends, result.envelope);
 
     result.freeDofCount = model.freeCount;
+    result.spanCurves = model.curves;
     ServiceCase* service[3] = {&result.service.dead, &result.service.live, &result.service.total};
     for (std::size_t s = 0; s < serviceKinds.size(); ++s) {
         *service[serviceKinds[s]] = withDeflections(std::move(solved[factoredCount + s]), model,
@@ -543,11 +633,12 @@ SupportedRun supportedRun(const BeamAnalysisInput& input, int span) {
 }
 
 BeamAnalysisResult analyzeBeam(const BeamAnalysisInput& input) {
-    return analyze(input, true, kAllServiceStates);
+    return analyze(input, true, kAllServiceStates, {});
 }
 
-BeamAnalysisResult analyzeServiceLoads(const BeamAnalysisInput& input, unsigned states) {
-    return analyze(input, false, states & kAllServiceStates);
+BeamAnalysisResult analyzeServiceLoads(const BeamAnalysisInput& input, unsigned states,
+                                       std::shared_ptr<const SpanCurves> curves) {
+    return analyze(input, false, states & kAllServiceStates, std::move(curves));
 }
 
 } // namespace orvak::beams

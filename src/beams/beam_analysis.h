@@ -3,6 +3,7 @@
 #pragma once
 
 #include <span>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -122,6 +123,11 @@ struct ServiceAnalysis {
     ServiceCase total;
 };
 
+/// The load curves of every span of an analysed beam (they depend on the spans' lengths and
+/// on where the loads stand, not on the load values or the sections' inertias), shared by the
+/// analyses that repeat the elastic line with other inertias or load values.
+using SpanCurves = std::vector<SpanCurve>;
+
 struct BeamAnalysisResult {
     AnalysisStatus status = AnalysisStatus::Ok;
     std::string message;           ///< plain sentence for the user when status is not Ok
@@ -129,6 +135,7 @@ struct BeamAnalysisResult {
     std::vector<CaseResult> cases; ///< the factored cases of the scheme, in order
     Envelope envelope;
     ServiceAnalysis service;
+    std::shared_ptr<const SpanCurves> spanCurves; ///< empty when the beam was not analysed
 
     bool ok() const { return status == AnalysisStatus::Ok; }
 };
@@ -162,8 +169,11 @@ inline constexpr unsigned kAllServiceStates = kDeadState | kLiveState | kTotalSt
 
 /// The service states only (dead, live, dead + live), e.g. to repeat the elastic line with
 /// other section inertias; `states` chooses which are worked out (the others stay empty).
-/// On failure status and message are set as by analyzeBeam.
+/// On failure status and message are set as by analyzeBeam. `curves`, when given, are the
+/// span curves of an earlier analysis of a beam with the same spans and the same loads in the
+/// same places (values and inertias may differ): they are used instead of building them anew.
 BeamAnalysisResult analyzeServiceLoads(const BeamAnalysisInput& input,
-                                       unsigned states = kAllServiceStates);
+                                       unsigned states = kAllServiceStates,
+                                       std::shared_ptr<const SpanCurves> curves = {});
 
 } // namespace orvak::beams

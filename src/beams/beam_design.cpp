@@ -247,7 +247,8 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
 
     DeflectionInput din;
     din.model = input.model;
-    din.analysis = input.analysis;
+    din.service = input.analysis.service;
+    din.spanCurves = input.analysis.spanCurves;
     din.sections = input.sections;
     din.fcKgCm2 = input.materials.fcKgCm2;
     din.jointAst = std::move(jointAst);

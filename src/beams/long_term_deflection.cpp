@@ -128,8 +128,13 @@ DeflectionResult computeLongTermDeflection(const DeflectionInput& input) {
     DeflectionResult r;
     r.settings = input.settings;
     const std::size_t n = input.model.spans.size();
-    if (n == 0 || input.sections.size() != n || !input.analysis.ok() ||
-        input.analysis.service.dead.forces.supportMomentsKgCm.size() != n + 1 ||
+    const ServiceAnalysis& service = input.service;
+    if (n == 0 || input.sections.size() != n ||
+        service.dead.forces.supportMomentsKgCm.size() != n + 1 ||
+        service.live.forces.supportMomentsKgCm.size() != n + 1 ||
+        service.total.forces.supportMomentsKgCm.size() != n + 1 ||
+        service.dead.forces.spans.size() != n || service.live.forces.spans.size() != n ||
+        service.total.forces.spans.size() != n ||
         !(input.fcKgCm2 > 0.0)) {
         r.ok = false;
         r.message = "The long time deflection needs an analysed beam with a section per span.";
@@ -152,7 +157,6 @@ DeflectionResult computeLongTermDeflection(const DeflectionInput& input) {
     r.divisor =
         input.settings.deflDivisor > 0.0 ? input.settings.deflDivisor : kDeflDivisorFallback;
     const double sus = std::clamp(input.settings.sustainedLivePercent, 0.0, 100.0) / 100.0;
-    const ServiceAnalysis& service = input.analysis.service;
 
     // A joint sags when its service moment is positive beyond the rounding of an exact zero
     // (the free tip of an overhang, a pinned end).
@@ -251,7 +255,7 @@ DeflectionResult computeLongTermDeflection(const DeflectionInput& input) {
                 }
             }
         }
-        return analyzeServiceLoads(model, state);
+        return analyzeServiceLoads(model, state, input.spanCurves);
     };
     const BeamAnalysisResult runDl = rerun(&InertiaSet::dl, 0.0, kDeadState);
     const BeamAnalysisResult runTot = rerun(&InertiaSet::tot, 0.0, kTotalState);

@@ -98,7 +98,10 @@ struct MemberDeflection {
 /// steel of the same point (0 when none).
 struct DeflectionInput {
     BeamAnalysisInput model;               ///< the beam with its loads; inertias are replaced
-    BeamAnalysisResult analysis;           ///< its service states give the service moments
+    ServiceAnalysis service;               ///< the service states of the analysis of model
+    /// The span curves of that analysis, reused by the elastic lines with the effective
+    /// inertias (empty: built anew).
+    std::shared_ptr<const SpanCurves> spanCurves;
     std::vector<SectionGeometry> sections; ///< per span
     double fcKgCm2 = 0.0;
     std::vector<double> jointAst, jointAsc, memberAst, memberAsc;
