@@ -22,7 +22,8 @@ using namespace orvak;
 
 constexpr int kFloors = 10;
 
-// Beam k of a building: 1 + k mod 30 spans of 3.5 to 6.5 m, 30 × 60, 2.5 t/m dead and 1.2 t/m live, a point load on every second span.
+// Beam k of a building: 1 + k mod 30 spans of 3.5 to 6.5 m, 30 × 60, 2.5 t/m dead and 1.2 t/m live,
+// a point load on every second span.
 beams::BeamRecord buildingBeam(int floor, int number, int k) {
     beams::BeamRecord b;
     b.name = "B" + std::to_string(floor) + "-" + std::to_string(number);
@@ -43,8 +44,8 @@ beams::BeamRecord buildingBeam(int floor, int number, int k) {
         s.dims = {0, 0, 30, 0, 60};
         s.loads[beams::loadIndex(beams::LoadKind::Uniform)] = {true, 2.5f, 1.2f, 0, 0, 0};
         if (i % 2 == 1) {
-            s.loads[beams::loadIndex(beams::LoadKind::Concentrated)] = {
-                true, 3.0f, 1.5f, 0, s.lengthM / 3, 0};
+            s.loads[beams::loadIndex(beams::LoadKind::Concentrated)] = {true, 3.0f,          1.5f,
+                                                                        0,    s.lengthM / 3, 0};
         }
         b.spans.push_back(s);
     }

@@ -8,11 +8,11 @@
 #include <string>
 
 #include "beams/beam_job.h"
-#include "jobs/beam_design_job.h"
 #include "bench_models.h"
 #include "core/file_util.h"
 #include "core/record.h"
 #include "floors/floors.h"
+#include "jobs/beam_design_job.h"
 #include "model/model_json.h"
 
 namespace {

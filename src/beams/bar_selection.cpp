@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/tolerances.h"
+
 namespace orvak::beams {
 
 namespace {
@@ -38,7 +40,7 @@ int barsPerLayer(double widthCm, double diameterMm, const BarSelectionSettings& 
     const double s = clearSpacingCm(diameterMm, settings);
     // n bars and n - 1 gaps: n db + (n - 1) s <= inside. A hair of tolerance keeps an exact
     // fit from being lost to rounding.
-    return static_cast<int>(std::floor((inside + s) / (db + s) + 1e-9));
+    return static_cast<int>(std::floor((inside + s) / (db + s) + core::kAbsoluteEqual));
 }
 
 BarChoice selectBars(double areaCm2, double widthCm, std::span<const bars::BarProperties> table,
@@ -64,7 +66,8 @@ BarChoice selectBars(double areaCm2, double widthCm, std::span<const bars::BarPr
         }
         const double db = dia / 10.0;
         // A tolerance of a millionth of a bar keeps 4 × 2.01 for 8.04 at four bars.
-        int count = std::max(minBars, static_cast<int>(std::ceil(need / bar.areaCm2 - 1e-6)));
+        int count = std::max(
+            minBars, static_cast<int>(std::ceil(need / bar.areaCm2 - core::kSingleRounding)));
         // Crack control: n bars of one layer stand (inside - db) / (n - 1) apart, centre to
         // centre. A full layer meets the rule as well as any arrangement can.
         bool crackGoverns = false;
@@ -73,9 +76,10 @@ BarChoice selectBars(double areaCm2, double widthCm, std::span<const bars::BarPr
         if (need > 0.0 && settings.crackControlFyKgCm2 > 0.0) {
             crackLimit = crackControlMaxSpacingCm(
                 settings.crackControlFyKgCm2, std::max(settings.tensionCoverCm - db / 2.0, 0.0));
-            const double gaps = (inside - db) / std::max(crackLimit, 1e-9);
-            const int spread =
-                gaps < perLayer ? static_cast<int>(std::ceil(gaps - 1e-9)) + 1 : perLayer;
+            const double gaps = (inside - db) / std::max(crackLimit, core::kAbsoluteEqual);
+            const int spread = gaps < perLayer
+                                   ? static_cast<int>(std::ceil(gaps - core::kAbsoluteEqual)) + 1
+                                   : perLayer;
             if (std::min(spread, perLayer) > count) {
                 count = std::min(spread, perLayer);
                 crackGoverns = true;
@@ -88,9 +92,9 @@ BarChoice selectBars(double areaCm2, double widthCm, std::span<const bars::BarPr
         const double provided = count * static_cast<double>(bar.areaCm2);
         const bool better =
             !best.found || layers < best.layers ||
-            (layers == best.layers &&
-             (provided < best.areaCm2 - 1e-9 ||
-              (std::abs(provided - best.areaCm2) <= 1e-9 && dia > best.diameterMm)));
+            (layers == best.layers && (provided < best.areaCm2 - core::kAbsoluteEqual ||
+                                       (std::abs(provided - best.areaCm2) <= core::kAbsoluteEqual &&
+                                        dia > best.diameterMm)));
         if (better) {
             best.found = true;
             best.crackControlGoverns = crackGoverns;

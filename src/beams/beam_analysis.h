@@ -2,8 +2,8 @@
 // and shears along each span, envelopes over the cases, reactions and service deflections.
 #pragma once
 
-#include <span>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -41,10 +41,10 @@ constexpr BeamSupport supportFromCodes(int supportCode, int secondCode) {
 
 /// Everything the analysis reads. Units: kg and cm.
 struct BeamAnalysisInput {
-    std::vector<BeamSpan> spans;       ///< 1 to 30 spans, left to right
-    std::vector<BeamSupport> supports; ///< one per joint: spans.size() + 1
-    double elasticModulusKgCm2 = 0.0;  ///< Ec of the concrete, > 0
-    LoadFactors factors;               ///< FACDEADL and FACDAYNL
+    std::vector<BeamSpan> spans;         ///< 1 to 30 spans, left to right
+    std::vector<BeamSupport> supports;   ///< one per joint: spans.size() + 1
+    double elasticModulusKgCm2 = 0.0;    ///< Ec of the concrete, > 0
+    LoadFactors factors;                 ///< FACDEADL and FACDAYNL
     int caseScheme = kDefaultCaseScheme; ///< 1, 2 or 3 (see buildLoadCases)
 };
 

@@ -157,7 +157,7 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
                 fp.tensionBars =
                     selectBars(fp.flexure.tensionAreaCm2, sec.webWidthCm, input.barTable, faceBars);
                 const double offset = layerCentroidOffsetCm(fp.tensionBars, faceBars);
-                if (offset <= flexure.coverCm - input.flexure.coverCm + 1e-9) {
+                if (offset <= flexure.coverCm - input.flexure.coverCm + core::kAbsoluteEqual) {
                     break;
                 }
                 flexure.coverCm = input.flexure.coverCm + offset;
@@ -211,8 +211,8 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
             in.vuKg = sp.vuKg;
             in.webWidthCm = sec.webWidthCm;
             in.heightCm = sec.heightCm;
-            in.effectiveDepthCm = shearDepthCm(r.flexurePoints, static_cast<int>(i),
-                                               shearPlaces[k], sec.heightCm - input.flexure.coverCm);
+            in.effectiveDepthCm = shearDepthCm(r.flexurePoints, static_cast<int>(i), shearPlaces[k],
+                                               sec.heightCm - input.flexure.coverCm);
             sp.shear = designShear(in, input.shear, input.materials);
             if (!sp.shear.ok()) {
                 r.failures.push_back("Span " + std::to_string(i + 1) + ": " + sp.shear.message);

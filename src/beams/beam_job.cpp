@@ -11,6 +11,7 @@
 #include "beams/beam_listings.h"
 #include "core/error.h"
 #include "core/sheet.h"
+#include "core/tolerances.h"
 
 namespace fs = std::filesystem;
 
@@ -33,7 +34,7 @@ double anchorageCm(double diameterMm) {
 }
 
 float wholeCm(double cm) {
-    return static_cast<float>(std::ceil(cm - 1e-6));
+    return static_cast<float>(std::ceil(cm - core::kSingleRounding));
 }
 
 } // namespace

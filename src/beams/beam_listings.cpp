@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "core/mask_format.h"
+#include "core/settings_fields.h"
 #include "core/sheet.h"
 
 namespace orvak::beams {
@@ -189,16 +190,16 @@ Sheet flexureListing(const BeamDesignInput& input, const BeamDesignResult& resul
 
 Sheet shearListing(const BeamDesignInput& input, const BeamDesignResult& result) {
     const ShearSettings& s = input.shear;
-    const double fyStirrup = result.materials.fyStirrupKgCm2 > 0.0 ? result.materials.fyStirrupKgCm2
-                                                                   : result.materials.fyKgCm2;
+    const double fyStirrup =
+        core::orDefault(result.materials.fyStirrupKgCm2, result.materials.fyKgCm2);
     Sheet out;
     out.line("SHEAR DESIGN").line();
     out.text("Fc = ").value("####", result.materials.fcKgCm2);
     out.formula("   FY = ", "####", fyStirrup, "   (kg/cm^2)");
     out.text("Shear factor =")
-        .value(" ##.##", s.shearFactor > 0.0 ? s.shearFactor : kShearFactorFallback);
-    out.text("   phi =").value(" ##.##", s.shearFi > 0.0 ? s.shearFi : kShearFiFallback);
-    out.formula("   Vs min =", " ##.##", s.vsMin > 0.0 ? s.vsMin : kVsMinFallback, " (kg/cm^2)");
+        .value(" ##.##", core::orDefault(s.shearFactor, kShearFactorFallback));
+    out.text("   phi =").value(" ##.##", core::orDefault(s.shearFi, kShearFiFallback));
+    out.formula("   Vs min =", " ##.##", core::orDefault(s.vsMin, kVsMinFallback), " (kg/cm^2)");
     out.line("Vc = 0.53 * Sqr(Fc) * b * d, Vs limit = 2.06 * Sqr(Fc) * b * d").line();
     out.line(" #   Vu(t)  Vc(t)  Vs(t)  Stirrup (mm)  Spacing(cm)     Cut (cm)  Span, point");
     out.line("--- ------ ------ ------ ------------- ------------ ------------- ------------");
@@ -279,8 +280,8 @@ void crackedLines(Sheet& out, const CrackedSection& k) {
         out.formula("mt = N * AST * (D - T)= ", kValueMask, k.mt, {}, kCompact);
         out.line(" mc <= mt ");
         out.formula("G = (Bo * T + N * AST) / (bw * D) = ", "####.####", k.g, {}, kCompact);
-        out.formula("dt = (Bo * T ^ 2 + 2 * N * AST * D) / (bw * D ^ 2)= ", "####.####", k.dt,
-                    {}, kCompact);
+        out.formula("dt = (Bo * T ^ 2 + 2 * N * AST * D) / (bw * D ^ 2)= ", "####.####", k.dt, {},
+                    kCompact);
         out.formula("c = D * (Sqr(G ^ 2 + dt) - G) ", kValueMask, k.c, {}, kCompact);
         out.formula("Icr = B * cc ^ 3 / 3 + N * AST * (D - cc) ^ 2 - Bo / 3 * (cc - T) ^ 3 = ",
                     kValueMask, k.icr, {}, kCompact);
@@ -300,8 +301,10 @@ void crackedLines(Sheet& out, const CrackedSection& k) {
 }
 
 void ieLines(Sheet& out, const DeflectionSection& s) {
-    out.formula("IeDL = Icr + (Ig - Icr) * (Mcr / MomDL) ^ 3 = ", kValueMask, s.ie.dl, {}, kCompact);
-    out.formula("IeLL = Icr + (Ig - Icr) * (Mcr / MomLL) ^ 3 = ", kValueMask, s.ie.ll, {}, kCompact);
+    out.formula("IeDL = Icr + (Ig - Icr) * (Mcr / MomDL) ^ 3 = ", kValueMask, s.ie.dl, {},
+                kCompact);
+    out.formula("IeLL = Icr + (Ig - Icr) * (Mcr / MomLL) ^ 3 = ", kValueMask, s.ie.ll, {},
+                kCompact);
     out.formula("IeSus = Icr + (Ig - Icr) * (Mcr / MomSus) ^ 3 = ", kValueMask, s.ie.sus, {},
                 kCompact);
     out.formula("IeTot = Icr + (Ig - Icr) * (Mcr / MomTot) ^ 3 = ", kValueMask, s.ie.tot, {},
@@ -409,8 +412,8 @@ Sheet deflectionListing(const DeflectionResult& r) {
         out.formula("LNDA   = TF / (1 + 50 * ASC / Ac) = ", "####.###", m.lnda, {}, kCompact);
         out.formula("DefLt  = DefLL + 2 * DefDL + LNDA * DefSus = ", "####.###", m.defLtCm, {},
                     kCompact);
-        out.formula("L/" + divisor + " = ", "####.###", m.allowedCm,
-                    m.exceeds ? "   exceeded" : "", kCompact);
+        out.formula("L/" + divisor + " = ", "####.###", m.allowedCm, m.exceeds ? "   exceeded" : "",
+                    kCompact);
     }
 
     out.line().line("RESULTS FOR JOINTS ");

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <type_traits>
 
+#include "beams/code_defaults.h"
 #include "core/record.h"
 #include "core/settings_fields.h"
 
@@ -108,12 +109,12 @@ struct BeamSettings {
     float LFacTxt = 0;                ///< multiplier of the span in the minimum-depth check
     std::array<float, 12> THIKTXT{};  ///< divisors of the minimum depth L/x, see docs
 
-    double effectiveFacRmax() const { return core::orDefault(FacRmaxTxt, 0.5); }
-    double effectiveFacRmin() const { return core::orDefault(FacRminTxt, 14.06); }
-    double effectiveMomFi() const { return core::orDefault(MomFiTxt, 0.9); }
-    double effectiveLdfact() const { return core::orDefault(LdfactTxt, 1.0); }
-    double effectiveShearFi() const { return core::orDefault(ShearFiTxt, 0.85); }
-    double effectiveVsMin() const { return core::orDefault(VsMinTxt, 3.5); }
+    double effectiveFacRmax() const { return core::orDefault(FacRmaxTxt, kFacRmaxFallback); }
+    double effectiveFacRmin() const { return core::orDefault(FacRminTxt, kFacRminFallback); }
+    double effectiveMomFi() const { return core::orDefault(MomFiTxt, kMomFiFallback); }
+    double effectiveLdfact() const { return core::orDefault(LdfactTxt, kLdFactFallback); }
+    double effectiveShearFi() const { return core::orDefault(ShearFiTxt, kShearFiFallback); }
+    double effectiveVsMin() const { return core::orDefault(VsMinTxt, kVsMinFallback); }
 
     bool operator==(const BeamSettings&) const = default;
 };
@@ -121,7 +122,7 @@ struct BeamSettings {
 /// The beam's field list for the settings codec of core/settings_fields.h: calls visit(name,
 /// member) for every field in stored order; `S` is BeamSettings or const BeamSettings.
 template <class S, class Visit>
-    requires std::same_as<std::remove_const_t<S>, BeamSettings>
+requires std::same_as<std::remove_const_t<S>, BeamSettings>
 void forEachSettingsField(S& s, Visit&& visit) {
     visit("MINUPSQ", s.MINUPSQ);
     visit("MINUPSD", s.MINUPSD);

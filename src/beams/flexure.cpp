@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "core/concrete.h"
+#include "core/settings_fields.h"
 
 namespace orvak::beams {
 
@@ -14,10 +15,6 @@ namespace {
 constexpr double kTmToKgCm = 100000.0;
 // 0.375 of the rib's shortcut limit, M1 = 0.375 b d² Fc.
 constexpr double kShortcutFactor = 0.375;
-
-double fallback(double stored, double value) {
-    return stored > 0.0 ? stored : value;
-}
 
 // Steel of a rectangle of width b for the moment mu (kg·cm): tension steel alone up to the
 // limit moment M1 = phi 0.85 Fc b a (d - a/2) at c = FacRmax × c b, else the limit steel plus
@@ -104,9 +101,9 @@ double tensionRatio(double momentKgCm, double widthCm, double depthCm, double fc
 
 FlexureLimits flexureLimits(const FlexureSettings& settings, const DesignMaterials& materials) {
     FlexureLimits lim;
-    lim.phi = fallback(settings.momFi, kMomFiFallback);
-    lim.facRmax = std::min(fallback(settings.facRmax, kFacRmaxFallback), 1.0);
-    lim.facRmin = fallback(settings.facRmin, kFacRminFallback);
+    lim.phi = core::orDefault(settings.momFi, kMomFiFallback);
+    lim.facRmax = std::min(core::orDefault(settings.facRmax, kFacRmaxFallback), 1.0);
+    lim.facRmin = core::orDefault(settings.facRmin, kFacRminFallback);
     lim.beta1 = core::beta1(materials.fcKgCm2);
     lim.rhoBalanced = 0.85 * materials.fcKgCm2 / materials.fyKgCm2 * lim.beta1 *
                       core::balancedTerm(materials.fyKgCm2);
@@ -117,7 +114,7 @@ FlexureLimits flexureLimits(const FlexureSettings& settings, const DesignMateria
 
 double designMomentTm(double momentKgCm, bool flaggedEndSupport, const FlexureSettings& settings) {
     const double m = std::abs(momentKgCm) / kTmToKgCm;
-    return flaggedEndSupport ? m * fallback(settings.ldFact, kLdFactFallback) : m;
+    return flaggedEndSupport ? m * core::orDefault(settings.ldFact, kLdFactFallback) : m;
 }
 
 FlexureResult designFlexure(const SectionGeometry& section, double muTm, bool hogging,
@@ -243,14 +240,14 @@ double minimumDepthCm(double spanLengthCm, const SpanEndConditions& ends,
     const DepthDivisors aci;
     // The divisors hold for FY 4200; a weaker steel works at lower service stresses and
     // strains, so the beam may be shallower, a stronger one must be deeper.
-    const double steel = 0.4 + fallback(fyKgCm2, 4200.0) / 7000.0;
-    double divisor = fallback(divisors.simple, aci.simple);
+    const double steel = 0.4 + core::orDefault(fyKgCm2, 4200.0) / 7000.0;
+    double divisor = core::orDefault(divisors.simple, aci.simple);
     if (ends.cantilever) {
-        divisor = fallback(divisors.cantilever, aci.cantilever);
+        divisor = core::orDefault(divisors.cantilever, aci.cantilever);
     } else if (ends.leftContinuous && ends.rightContinuous) {
-        divisor = fallback(divisors.bothEnds, aci.bothEnds);
+        divisor = core::orDefault(divisors.bothEnds, aci.bothEnds);
     } else if (ends.leftContinuous || ends.rightContinuous) {
-        divisor = fallback(divisors.oneEnd, aci.oneEnd);
+        divisor = core::orDefault(divisors.oneEnd, aci.oneEnd);
     }
     return spanLengthCm / divisor * steel;
 }

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "beams/code_defaults.h"
 #include "beams/section.h"
 #include "core/concrete.h"
 
@@ -27,10 +28,6 @@ struct FlexureSettings {
     double compressionCoverCm = 5.0; ///< face to compression-steel centroid d', cm
 };
 
-inline constexpr double kMomFiFallback = 0.9;
-inline constexpr double kFacRmaxFallback = 0.5;
-inline constexpr double kFacRminFallback = 14.06;
-inline constexpr double kLdFactFallback = 1.0;
 /// Modulus of the reinforcing steel, kg/cm²: the shared material constant.
 using core::kSteelModulusKgCm2;
 

@@ -31,9 +31,8 @@ std::vector<LoadCase> buildLoadCases(int scheme, int spanCount) {
     std::vector<LoadCase> cases;
     cases.push_back({CaseKind::FullLoad, -1, allSpans(spanCount)});
     auto add = [&cases](CaseKind kind, int index, std::uint32_t mask) {
-        const bool known = std::any_of(cases.begin(), cases.end(), [mask](const LoadCase& c) {
-            return c.liveSpans == mask;
-        });
+        const bool known = std::any_of(cases.begin(), cases.end(),
+                                       [mask](const LoadCase& c) { return c.liveSpans == mask; });
         if (!known) {
             cases.push_back({kind, index, mask});
         }

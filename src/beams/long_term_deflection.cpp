@@ -8,6 +8,7 @@
 #include "beams/flexure.h"
 #include "beams/section.h"
 #include "core/concrete.h"
+#include "core/settings_fields.h"
 #include "core/tolerances.h"
 
 namespace orvak::beams {
@@ -134,8 +135,7 @@ DeflectionResult computeLongTermDeflection(const DeflectionInput& input) {
         service.live.forces.supportMomentsKgCm.size() != n + 1 ||
         service.total.forces.supportMomentsKgCm.size() != n + 1 ||
         service.dead.forces.spans.size() != n || service.live.forces.spans.size() != n ||
-        service.total.forces.spans.size() != n ||
-        !(input.fcKgCm2 > 0.0)) {
+        service.total.forces.spans.size() != n || !(input.fcKgCm2 > 0.0)) {
         r.ok = false;
         r.message = "The long time deflection needs an analysed beam with a section per span.";
         return r;
@@ -154,8 +154,7 @@ DeflectionResult computeLongTermDeflection(const DeflectionInput& input) {
     r.fr = 2.0 * std::sqrt(input.fcKgCm2);
     r.n = kSteelModulusKgCm2 / r.ec;
     r.tf = timeFactor(input.settings.durationMonths);
-    r.divisor =
-        input.settings.deflDivisor > 0.0 ? input.settings.deflDivisor : kDeflDivisorFallback;
+    r.divisor = core::orDefault(input.settings.deflDivisor, kDeflDivisorFallback);
     const double sus = std::clamp(input.settings.sustainedLivePercent, 0.0, 100.0) / 100.0;
 
     // A joint sags when its service moment is positive beyond the rounding of an exact zero

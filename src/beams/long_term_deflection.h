@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "beams/beam_analysis.h"
+#include "beams/code_defaults.h"
 #include "beams/section.h"
 
 namespace orvak::beams {
@@ -18,8 +19,6 @@ struct DeflectionSettings {
     double topCoverCm = 5.0;           ///< top face to the top steel centroid
     double bottomCoverCm = 5.0;        ///< bottom face to the bottom steel centroid
 };
-
-inline constexpr double kDeflDivisorFallback = 240.0;
 
 /// The largest time factor: the ACI factor for five years and more.
 inline constexpr double kFinalTimeFactor = 2.0;
@@ -81,7 +80,7 @@ struct MemberDeflection {
     int ieFromJoint = 0;
     double initDefCm = 0.0; ///< immediate deflection under dead + live
     double defDlCm = 0.0;
-    double defLlCm = 0.0;  ///< immediate, Δ(D+L) - ΔD, never below 0 (see liveLifts)
+    double defLlCm = 0.0; ///< immediate, Δ(D+L) - ΔD, never below 0 (see liveLifts)
     /// Δ(D+L) came out below ΔD: the live load lifts the member (live load on a neighbour or an
     /// overhang, or a tip that rises), and DefLL is taken as 0 rather than letting an upward
     /// live deflection reduce the long-term one.
@@ -97,8 +96,8 @@ struct MemberDeflection {
 /// (n): the provided tension steel (top at joints, bottom at members) and the compression
 /// steel of the same point (0 when none).
 struct DeflectionInput {
-    BeamAnalysisInput model;               ///< the beam with its loads; inertias are replaced
-    ServiceAnalysis service;               ///< the service states of the analysis of model
+    BeamAnalysisInput model; ///< the beam with its loads; inertias are replaced
+    ServiceAnalysis service; ///< the service states of the analysis of model
     /// The span curves of that analysis, reused by the elastic lines with the effective
     /// inertias (empty: built anew).
     std::shared_ptr<const SpanCurves> spanCurves;

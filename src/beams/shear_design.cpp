@@ -7,14 +7,12 @@
 #include <numbers>
 
 #include "core/mask_format.h"
+#include "core/settings_fields.h"
+#include "core/tolerances.h"
 
 namespace orvak::beams {
 
 namespace {
-
-double fallback(double stored, double value) {
-    return stored > 0.0 ? stored : value;
-}
 
 // More 2 mm steps than from the smallest bar to the cap; only reached by absurd diameters.
 constexpr int kMaxStirrupSteps = 16;
@@ -33,7 +31,7 @@ std::string tonnes(double kg) {
 } // namespace
 
 double placedSpacingCm(double spacingCm) {
-    return std::floor(spacingCm * 10.0 + 1e-9) / 10.0;
+    return std::floor(spacingCm * 10.0 + core::kAbsoluteEqual) / 10.0;
 }
 
 ShearResult designShear(const ShearPointInput& point, const ShearSettings& settings,
@@ -42,15 +40,15 @@ ShearResult designShear(const ShearPointInput& point, const ShearSettings& setti
     const double b = point.webWidthCm;
     const double d = point.effectiveDepthCm;
     const double fc = materials.fcKgCm2;
-    const double fy = materials.fyStirrupKgCm2 > 0.0 ? materials.fyStirrupKgCm2 : materials.fyKgCm2;
+    const double fy = core::orDefault(materials.fyStirrupKgCm2, materials.fyKgCm2);
     if (!(b > 0.0) || !(d > 0.0) || !(fc > 0.0) || !(fy > 0.0) || !std::isfinite(point.vuKg)) {
         r.status = ShearStatus::InvalidInput;
         r.message = "The web width, the effective depth, Fc and FY must be above zero.";
         return r;
     }
-    const double factor = fallback(settings.shearFactor, kShearFactorFallback);
-    const double phi = fallback(settings.shearFi, kShearFiFallback);
-    const double vsMin = fallback(settings.vsMin, kVsMinFallback);
+    const double factor = core::orDefault(settings.shearFactor, kShearFactorFallback);
+    const double phi = core::orDefault(settings.shearFi, kShearFiFallback);
+    const double vsMin = core::orDefault(settings.vsMin, kVsMinFallback);
     const double sqrtFc = std::sqrt(fc);
 
     r.vnKg = std::abs(point.vuKg) * factor / phi;
@@ -85,7 +83,7 @@ ShearResult designShear(const ShearPointInput& point, const ShearSettings& setti
                                   ? std::min(settings.maxSpacingCm, codeMaxSpacing)
                                   : codeMaxSpacing;
     const double minSpacing = std::max(settings.minSpacingCm, 0.0);
-    const double firstDia = fallback(settings.stirrupDiameterMm, kStirrupDiameterFallbackMm);
+    const double firstDia = core::orDefault(settings.stirrupDiameterMm, kStirrupDiameterFallbackMm);
     const double lastDia = std::max(firstDia, kMaxStirrupDiameterMm);
     double dia = firstDia;
     // The step count bounds the loop even for a diameter so large that adding 2 mm does not
@@ -113,7 +111,7 @@ ShearResult designShear(const ShearPointInput& point, const ShearSettings& setti
     // Closed stirrups measured on their centre line: the section less the covers on both
     // faces and one stirrup diameter, plus the two hooks.
     const double db = r.diameterMm / 10.0;
-    const double hook = settings.hookCm > 0.0 ? settings.hookCm : std::max(6.0 * db, 7.5);
+    const double hook = core::orDefault(settings.hookCm, std::max(6.0 * db, 7.5));
     const double clearWidth = std::max(b - 2.0 * settings.stirrupCover - db, 0.0);
     const double clearHeight = std::max(point.heightCm - 2.0 * settings.stirrupCover - db, 0.0);
     r.cutLengthCm = 2.0 * clearWidth + 2.0 * clearHeight + 2.0 * hook;

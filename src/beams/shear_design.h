@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "beams/code_defaults.h"
 #include "beams/flexure.h"
 
 namespace orvak::beams {
@@ -22,10 +23,6 @@ struct ShearSettings {
     double hookCm = 0.0;            ///< hook length of each end (0 or less: max(6 Ø, 7.5 cm))
 };
 
-inline constexpr double kShearFactorFallback = 1.0;
-inline constexpr double kShearFiFallback = 0.85;
-inline constexpr double kVsMinFallback = 3.5;
-inline constexpr double kStirrupDiameterFallbackMm = 8.0;
 /// The diameter is raised in 2 mm steps up to this (or the first diameter, when larger).
 inline constexpr double kMaxStirrupDiameterMm = 16.0;
 

@@ -226,9 +226,11 @@ void addBeamCommands(CLI::App& app, CommandContext& context) {
         ->add_option("input", o->input,
                      "A JSON file with one beam object or a whole model, or a project folder")
         ->required();
-    analyse->add_option("--scheme", o->scheme, fmt::format("Load-case scheme 1, 2 or 3 (default {}: {})",
-                                    beams::kDefaultCaseScheme,
-                                    beams::caseSchemeName(beams::kDefaultCaseScheme)))
+    analyse
+        ->add_option("--scheme", o->scheme,
+                     fmt::format("Load-case scheme 1, 2 or 3 (default {}: {})",
+                                 beams::kDefaultCaseScheme,
+                                 beams::caseSchemeName(beams::kDefaultCaseScheme)))
         ->check(CLI::Range(1, 3));
     analyse->add_flag("--json", o->json, "Print the results as JSON");
     analyse->add_option("--floor", o->floor, "Floor number, for a model or a project");

@@ -7,7 +7,6 @@
 #include <fmt/format.h>
 
 #include "beams/beam_job.h"
-#include "jobs/beam_design_job.h"
 #include "beams/load_cases.h"
 #include "cli/cli_support.h"
 #include "cli/commands.h"
@@ -15,6 +14,7 @@
 #include "core/error.h"
 #include "core/file_util.h"
 #include "floors/floors.h"
+#include "jobs/beam_design_job.h"
 #include "shell/shell_state.h"
 #include "shell/startup.h"
 
@@ -93,8 +93,9 @@ void addDesignCommands(CLI::App& app, CommandContext& context) {
         ->check(CLI::Range(1, 32767));
     design
         ->add_option("--scheme", o->scheme,
-                     fmt::format("Load-case scheme {} to {} (default {}: {})", beams::kMinCaseScheme,
-                                 beams::kMaxCaseScheme, beams::kDefaultCaseScheme,
+                     fmt::format("Load-case scheme {} to {} (default {}: {})",
+                                 beams::kMinCaseScheme, beams::kMaxCaseScheme,
+                                 beams::kDefaultCaseScheme,
                                  beams::caseSchemeName(beams::kDefaultCaseScheme)))
         ->check(CLI::Range(beams::kMinCaseScheme, beams::kMaxCaseScheme));
     design->callback([&context, o] { context.action = [o] { return runDesign(*o); }; });

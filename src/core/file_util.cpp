@@ -35,7 +35,9 @@ bool equalNoCase(std::string_view a, std::string_view b) {
     return true;
 }
 
-std::string systemMessage(int err) { return std::strerror(err); }
+std::string systemMessage(int err) {
+    return std::strerror(err);
+}
 
 // Writes all bytes to a file descriptor, retrying short writes.
 bool writeAll(int fd, const std::uint8_t* data, std::size_t size) {

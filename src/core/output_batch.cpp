@@ -24,7 +24,9 @@ fs::path folderOf(const fs::path& target) {
 
 OutputBatch::OutputBatch(Durability durability) : m_durability(durability) {}
 
-OutputBatch::~OutputBatch() { discard(); }
+OutputBatch::~OutputBatch() {
+    discard();
+}
 
 void OutputBatch::stage(std::span<const OutputFile> files) {
     for (const OutputFile& f : files) {
@@ -56,7 +58,9 @@ void OutputBatch::discardFrom(std::size_t mark) {
     }
 }
 
-void OutputBatch::discard() { discardFrom(0); }
+void OutputBatch::discard() {
+    discardFrom(0);
+}
 
 std::vector<fs::path> OutputBatch::commit() {
     std::vector<fs::path> done;

@@ -101,8 +101,7 @@ RecordBuffer encodeSettingsRecord(const RecordLayout<N>& layout, const S& settin
 /// it is in use; nothing when the file is missing or its record 1 is not in use. Throws
 /// FileError when the file cannot be read.
 std::optional<RecordBuffer> readSettingsRecord(const std::filesystem::path& folder,
-                                               std::string_view fileName,
-                                               std::size_t recordLength);
+                                               std::string_view fileName, std::size_t recordLength);
 /// Writes `rec` as record 1 of the settings file `fileName` in `folder`, crash-safely,
 /// keeping any later records. Throws FileError.
 void writeSettingsRecord(const std::filesystem::path& folder, std::string_view fileName,

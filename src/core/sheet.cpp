@@ -23,7 +23,9 @@ Sheet& Sheet::end() {
     return *this;
 }
 
-Sheet& Sheet::line(std::string_view bytes) { return text(bytes).end(); }
+Sheet& Sheet::line(std::string_view bytes) {
+    return text(bytes).end();
+}
 
 Sheet& Sheet::heading(std::string_view bytes, char underline) {
     line(bytes);

@@ -27,15 +27,15 @@ struct ElementReport {
     int number = 0;
     std::string name; ///< as stored, in the project's code page
     ElementStatus status = ElementStatus::NotDesigned;
-    std::vector<std::string> failures; ///< the system's sentences; empty when designed
-    std::vector<std::string> messages; ///< notes for the engineer (e.g. the depth messages)
+    std::vector<std::string> failures;        ///< the system's sentences; empty when designed
+    std::vector<std::string> messages;        ///< notes for the engineer (e.g. the depth messages)
     std::vector<std::filesystem::path> files; ///< the sheets put in place
     std::size_t steelItems = 0;               ///< bar items recorded in the steel store
 };
 
 /// Everything the design of one element produces, before anything is written.
 struct ElementOutputs {
-    ElementReport report;                ///< status, failures and messages
+    ElementReport report;                       ///< status, failures and messages
     std::vector<core::OutputFile> files;        ///< the element's sheets
     std::vector<core::OutputFile> scratchFiles; ///< written with the sheets, not reported
     /// The element's bar items; they replace every item of (steelKind, floor, number).

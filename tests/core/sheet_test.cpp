@@ -20,7 +20,8 @@ TEST(Sheet, FormulaRowsAndHeadingsInTheCodePage) {
     // through its mask, the unit; a compact value keeps one blank. 15100 × 15.8113883 =
     // 237,170.82 + 1,581.14 = 238,751.96.
     s.formula("Ec  = 15100 * Sqr(Fc)=", "#########.##", 15100.0 * 15.811388300841896, " (kg/cm2)");
-    s.formula("Ig =(1 / 12) * B * H ^ 3 =", "##############.##", 540000.0, {}, Sheet::Value::Compact);
+    s.formula("Ig =(1 / 12) * B * H ^ 3 =", "##############.##", 540000.0, {},
+              Sheet::Value::Compact);
     s.row("### ####.## ####.##", {1.0, 12.345, -0.004});
     s.text("Fc = ").value("####", 250.0).label(" kg/cm²").end();
     EXPECT_EQ(s.str(), "COLUMN DESIGN\n"

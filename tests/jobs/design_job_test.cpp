@@ -71,8 +71,8 @@ TEST_F(DesignJob, ReportsEachElementAndKeepsGoingPastAFailure) {
         project(), {element(1, 4), element(2, 5, "The section is too small."), element(3, 6)},
         observer);
     EXPECT_EQ(seen, (std::vector<std::string>{"start 1/3 E1", "done 1/3 ok", "start 2/3 E2",
-                                              "done 2/3 The section is too small.",
-                                              "start 3/3 E3", "done 3/3 ok"}));
+                                              "done 2/3 The section is too small.", "start 3/3 E3",
+                                              "done 3/3 ok"}));
     ASSERT_EQ(r.elements.size(), 3u);
     EXPECT_EQ(r.failing(), 1u);
     EXPECT_FALSE(r.cancelled);
