@@ -11,6 +11,7 @@
 #include "core/codepage.h"
 #include "core/error.h"
 #include "core/file_util.h"
+#include "model/shipped_data.h"
 #include "shell/project_record.h"
 #include "shell/projects.h"
 #include "shell/shell_state.h"
@@ -136,6 +137,30 @@ void addProjectCommands(CLI::App& app, CommandContext& context) {
         context.action = [infoProject] {
             const fs::path folder = existingFolder(*infoProject, "project folder");
             printRecord(loadRecordReadOnly(folder), std::cout);
+            return 0;
+        };
+    });
+
+    auto demoFolder = std::make_shared<std::string>();
+    auto* demo = project->add_subcommand(
+        "demo", "Create the demo project Demo.prj, with its floors and beams, in a projects "
+                "folder (a Demo.prj that exists is left alone).");
+    demo->add_option("projects-folder", *demoFolder, "Folder that holds the projects")
+        ->required();
+    demo->callback([&context, demoFolder] {
+        context.action = [demoFolder] {
+            const fs::path folder = existingFolder(*demoFolder, "projects folder");
+            std::error_code ec;
+            const fs::path executable = fs::read_symlink("/proc/self/exe", ec);
+            const fs::path data = shell::resolveDataFolder(executable, std::getenv);
+            if (data.empty()) {
+                throw InputError("The program's data folder (with demo/model.json) cannot be "
+                                 "found: set ORVAK_DATA to it.");
+            }
+            const bool existed = fs::exists(folder / shell::kDemoProjectFolderName, ec);
+            const fs::path created = model::installDemoProject(data / "demo", folder);
+            std::cout << (existed ? "Left as it is: " : "Created the demo project ")
+                      << created.string() << "\n";
             return 0;
         };
     });

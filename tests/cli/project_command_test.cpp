@@ -80,6 +80,20 @@ TEST_F(Cli, ProjectListPrintsTheProjectFolders) {
     EXPECT_EQ(list.out, "a.prj\nb.prj\n");
 }
 
+TEST_F(Cli, ProjectDemoInstallsTheDemoBuildingOnceAndItDesigns) {
+    fs::create_directories(m_dir / "p");
+    const CliRun demo = run({"project", "demo", (m_dir / "p").string()});
+    ASSERT_EQ(demo.code, 0) << demo.err;
+    EXPECT_NE(demo.out.find("Created the demo project"), std::string::npos) << demo.out;
+    EXPECT_TRUE(fs::exists(m_dir / "p" / "Demo.prj" / "BEAMS.1"));
+    const CliRun again = run({"project", "demo", (m_dir / "p").string()});
+    EXPECT_NE(again.out.find("Left as it is"), std::string::npos) << again.out;
+    const CliRun design = run({"design", (m_dir / "p" / "Demo.prj").string()});
+    EXPECT_EQ(design.code, 0) << design.out << design.err;
+    EXPECT_NE(design.out.find("6 beams designed, 0 with failures."), std::string::npos)
+        << design.out;
+}
+
 TEST_F(Cli, BadInputFailsWithOneSentenceAndChangesNothing) {
     const fs::path p = m_dir / "p";
     expectFailure(run({"project", "new", p.string(), "../escape"}), "cannot be used");
