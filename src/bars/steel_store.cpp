@@ -220,6 +220,29 @@ IronDatabase::SaveKind writeItem(SQLite::Database& db, const SteelItem& it) {
     return IronDatabase::SaveKind::Added;
 }
 
+std::vector<SteelItem> normalizedAll(const std::vector<SteelItem>& items) {
+    std::vector<SteelItem> rows;
+    rows.reserve(items.size());
+    for (const SteelItem& item : items) {
+        rows.push_back(normalized(item));
+    }
+    return rows;
+}
+
+// Saves normalized rows inside an open transaction, then runs `beforeCommit`; returns how
+// many were added.
+std::size_t writeRows(SQLite::Database& db, const std::vector<SteelItem>& rows,
+                      const std::function<void()>& beforeCommit) {
+    std::size_t added = 0;
+    for (const SteelItem& it : rows) {
+        added += writeItem(db, it) == IronDatabase::SaveKind::Added ? 1 : 0;
+    }
+    if (beforeCommit) {
+        beforeCommit();
+    }
+    return added;
+}
+
 // Makes the table in an empty database, or checks that an existing one is ours.
 void prepareSchema(SQLite::Database& db, const fs::path& path) {
     std::vector<std::string> tables;
@@ -353,11 +376,7 @@ std::size_t IronDatabase::saveItems(const std::vector<SteelItem>& items) {
 std::size_t IronDatabase::replaceItems(const std::vector<std::string>& removedKeys,
                                        const std::vector<SteelItem>& items,
                                        const std::function<void()>& beforeCommit) {
-    std::vector<SteelItem> rows;
-    rows.reserve(items.size());
-    for (const SteelItem& item : items) {
-        rows.push_back(normalized(item));
-    }
+    const std::vector<SteelItem> rows = normalizedAll(items);
     return guarded(m_path, [&] {
         SQLite::Transaction tx(*m_db, SQLite::TransactionBehavior::IMMEDIATE);
         SQLite::Statement remove(*m_db, "DELETE FROM SteelQntTable WHERE MAINKEY = ?");
@@ -366,13 +385,7 @@ std::size_t IronDatabase::replaceItems(const std::vector<std::string>& removedKe
             remove.exec();
             remove.reset();
         }
-        std::size_t added = 0;
-        for (const SteelItem& it : rows) {
-            added += writeItem(*m_db, it) == SaveKind::Added ? 1 : 0;
-        }
-        if (beforeCommit) {
-            beforeCommit();
-        }
+        const std::size_t added = writeRows(*m_db, rows, beforeCommit);
         tx.commit();
         return added;
     });
@@ -382,11 +395,7 @@ std::size_t IronDatabase::replaceElementItems(ElementKind kind, std::int16_t sla
                                               std::int16_t element,
                                               const std::vector<SteelItem>& items,
                                               const std::function<void()>& beforeCommit) {
-    std::vector<SteelItem> rows;
-    rows.reserve(items.size());
-    for (const SteelItem& item : items) {
-        rows.push_back(normalized(item));
-    }
+    const std::vector<SteelItem> rows = normalizedAll(items);
     auto replace = [&] {
         SQLite::Statement remove(*m_db, "DELETE FROM SteelQntTable WHERE GENERAL = ? AND "
                                         "CIELINDEX = ? AND BEAMINDEX = ?");
@@ -394,14 +403,7 @@ std::size_t IronDatabase::replaceElementItems(ElementKind kind, std::int16_t sla
         remove.bind(2, slab);
         remove.bind(3, element);
         remove.exec();
-        std::size_t added = 0;
-        for (const SteelItem& it : rows) {
-            added += writeItem(*m_db, it) == SaveKind::Added ? 1 : 0;
-        }
-        if (beforeCommit) {
-            beforeCommit();
-        }
-        return added;
+        return writeRows(*m_db, rows, beforeCommit);
     };
     return guarded(m_path, [&] {
         if (!m_inGroup) {
