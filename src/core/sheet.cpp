@@ -59,7 +59,9 @@ std::string Sheet::bytes() const {
 std::string compactValue(std::string_view mask, double v) {
     const std::string s = formatUsing(mask, v);
     const std::size_t first = s.find_first_not_of(' ');
-    return " " + (first == std::string::npos ? s : s.substr(first));
+    std::string out(1, ' ');
+    out.append(s, first == std::string::npos ? 0 : first);
+    return out;
 }
 
 std::string sheetBaseName(std::string_view name) {
@@ -71,7 +73,7 @@ std::string sheetBaseName(std::string_view name) {
         }
     }
     if (base.find_first_not_of('.') == std::string::npos) {
-        base = "_";
+        base.assign(1, '_');
     }
     return base;
 }
