@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/counts.h"
 #include "core/tolerances.h"
 
 namespace orvak::beams {
@@ -14,6 +15,9 @@ namespace {
 double clearSpacingCm(double diameterMm, const BarSelectionSettings& settings) {
     return std::max(settings.minClearSpacingCm, diameterMm / 10.0);
 }
+
+// More bars than any web holds in one layer: a count beyond it comes from a bad input.
+constexpr int kMaxBarsPerLayer = 1000;
 
 // The width between the stirrups' inner faces, where the bars of a layer stand.
 double insideWidthCm(double widthCm, const BarSelectionSettings& settings) {
@@ -40,7 +44,9 @@ int barsPerLayer(double widthCm, double diameterMm, const BarSelectionSettings& 
     const double s = clearSpacingCm(diameterMm, settings);
     // n bars and n - 1 gaps: n db + (n - 1) s <= inside. A hair of tolerance keeps an exact
     // fit from being lost to rounding.
-    return static_cast<int>(std::floor((inside + s) / (db + s) + core::kAbsoluteEqual));
+    return core::checkedCount(std::floor((inside + s) / (db + s) + core::kAbsoluteEqual),
+                              kMaxBarsPerLayer)
+        .value_or(0);
 }
 
 BarChoice selectBars(double areaCm2, double widthCm, std::span<const bars::BarProperties> table,
@@ -65,9 +71,15 @@ BarChoice selectBars(double areaCm2, double widthCm, std::span<const bars::BarPr
             continue;
         }
         const double db = dia / 10.0;
-        // A tolerance of a millionth of a bar keeps 4 × 2.01 for 8.04 at four bars.
-        int count = std::max(
-            minBars, static_cast<int>(std::ceil(need / bar.areaCm2 - core::kSingleRounding)));
+        // A tolerance of a millionth of a bar keeps 4 × 2.01 for 8.04 at four bars. A count
+        // beyond what the layers can hold (a bar of an absurdly small area) rules the diameter
+        // out rather than wrapping into a small count.
+        const std::optional<int> byArea = core::checkedCount(
+            std::ceil(need / bar.areaCm2 - core::kSingleRounding), perLayer * maxLayers);
+        if (!byArea) {
+            continue;
+        }
+        int count = std::max(minBars, *byArea);
         // Crack control: n bars of one layer stand (inside - db) / (n - 1) apart, centre to
         // centre. A full layer meets the rule as well as any arrangement can.
         bool crackGoverns = false;

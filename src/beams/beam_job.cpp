@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <span>
 
 #include <fmt/format.h>
@@ -283,6 +284,26 @@ bars::BarPropertyTable designBarTable(const fs::path& generalFolder) {
             "The bar table in {} holds no bar: enter the bar table (diameters, weights and "
             "areas) before designing a beam.",
             generalFolder.string()));
+    }
+    // A bar whose diameter or area no bar can have would be chosen in absurd numbers (or
+    // none): the table is refused, naming the row, before anything is designed.
+    for (std::size_t i = 0; i < chosen.rows.size(); ++i) {
+        const bars::BarProperties& r = chosen.rows[i];
+        const double round = std::numbers::pi * r.diameterMm * r.diameterMm / 400.0;
+        if (!(r.diameterMm >= kMinBarDiameterMm && r.diameterMm <= kMaxBarDiameterMm)) {
+            throw InputError(fmt::format(
+                "The bar table {} in {}: the bar of diameter {} mm (row {}) is not a bar "
+                "diameter; diameters run from {} to {} mm.",
+                bars::kRoundbarFile, generalFolder.string(), r.diameterMm, i + 1,
+                kMinBarDiameterMm, kMaxBarDiameterMm));
+        }
+        if (!(r.areaCm2 >= kBarAreaLeast * round && r.areaCm2 <= kBarAreaMost * round)) {
+            throw InputError(fmt::format(
+                "The bar table {} in {}: the area of the {} mm bar (row {}) is {} cm2, where a "
+                "round bar of that diameter has {:.2f} cm2; correct the area before designing.",
+                bars::kRoundbarFile, generalFolder.string(), r.diameterMm, i + 1, r.areaCm2,
+                round));
+        }
     }
     return chosen;
 }

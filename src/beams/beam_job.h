@@ -77,9 +77,17 @@ std::string listingBaseName(const BeamRecord& record);
 std::vector<bars::SteelItem> beamSteelItems(const BeamRecord& record, const BeamDesignInput& input,
                                             const BeamDesignResult& result);
 
+/// Bars a design accepts from the bar table: diameters from 3 to 60 mm, and an area within
+/// half and twice that of a round bar of the diameter (ribbed and bundled bars stay inside).
+inline constexpr double kMinBarDiameterMm = 3.0;
+inline constexpr double kMaxBarDiameterMm = 60.0;
+inline constexpr double kBarAreaLeast = 0.5;
+inline constexpr double kBarAreaMost = 2.0;
+
 /// The bar table of the GENERAL folder for a design (LoadBarPropertiesOrBuiltIn): its rows
 /// with a diameter and an area. Throws InputError with a sentence asking for the bar table
-/// when the user's file holds records but no usable bar.
+/// when the user's file holds records but no usable bar, and one naming the file, the row and
+/// the value when a bar's diameter or area is outside the bounds above.
 bars::BarPropertyTable designBarTable(const std::filesystem::path& generalFolder);
 
 /// Designs a beam already read, under a load-case scheme, into its outputs (listings named

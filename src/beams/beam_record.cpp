@@ -155,6 +155,26 @@ core::RecordBuffer encodeBeamRecord(const BeamRecord& b) {
     return rec;
 }
 
+namespace {
+
+// The values a design setting may take when it is not 0 (the code's value): wide enough for
+// any code or habit, narrow enough to catch a slip or a damaged file.
+struct SettingBounds {
+    std::string_view name;
+    float least;
+    float most;
+};
+constexpr SettingBounds kSettingBounds[] = {
+    {"MomFiTxt", 0.5f, 1.0f},  {"ShearFiTxt", 0.5f, 1.0f}, {"FacRmaxTxt", 0.1f, 1.0f},
+    {"FacRminTxt", 1.0f, 100.0f}, {"VsMinTxt", 0.5f, 50.0f}, {"LdfactTxt", 0.1f, 5.0f},
+    {"DeflTxt", 60.0f, 5000.0f}, {"MINDIST", 1.0f, 30.0f},  {"MINDCALC", 3.0f, 60.0f},
+    {"MAXDCALC", 3.0f, 60.0f},  {"SDIAMTXT", 3.0f, 40.0f}, {"SSPCTXT", 2.0f, 100.0f},
+    {"MinSSPCTXT", 1.0f, 100.0f}, {"WIDTHLNK", 5.0f, 500.0f}, {"DSTXT", 3.0f, 60.0f},
+    {"THIKTXT", 1.0f, 100.0f},  {"FACDEADL", 0.1f, 5.0f}, {"FACDAYNL", 0.1f, 5.0f},
+};
+
+} // namespace
+
 std::string validateBeam(const BeamRecord& b) {
     if (b.name.size() > field("name").width) {
         return fmt::format("the name is longer than {} characters", field("name").width);
@@ -199,6 +219,23 @@ std::string validateBeam(const BeamRecord& b) {
     if (b.settings.MomFiTxt > 1.0f || b.settings.ShearFiTxt > 1.0f) {
         return "the strength reduction factors MomFiTxt and ShearFiTxt must not be above 1 "
                "(0 stands for the code's value)";
+    }
+    // A setting above 0 is used as it stands; one that no design can mean (a stored blank
+    // reads as about 1e-19, a phi of 0.0009) would turn every area of the beam absurd, so it
+    // is refused with its name and the values it may take.
+    for (const SettingBounds& bounds : kSettingBounds) {
+        std::string problem;
+        core::forEachSettingsSingle(b.settings, [&](std::string_view name, float x) {
+            if (problem.empty() && name == bounds.name && x > 0.0f &&
+                !(x >= bounds.least && x <= bounds.most)) {
+                problem = fmt::format("the setting {} is {:g}: it must be 0 (the code's value) or "
+                                      "from {:g} to {:g}",
+                                      name, x, bounds.least, bounds.most);
+            }
+        });
+        if (!problem.empty()) {
+            return problem;
+        }
     }
     if (b.settings.MAXDCALC > 0.0f && b.settings.MINDCALC > b.settings.MAXDCALC) {
         return fmt::format("the smallest main-bar diameter MINDCALC ({} mm) is larger than the "

@@ -106,6 +106,18 @@ TEST(BarSelection, CrackControlSpreadsTheBarsOfAWideWeb) {
     EXPECT_EQ(selectBars(0.0, 80, kTable, s).count, 2);
 }
 
+TEST(BarSelection, ABarOfAbsurdAreaIsNeverChosenInAWrappedCount) {
+    // 5 cm² from a bar of 1e-30 cm² would be 5e30 bars: more than any layers hold, so the
+    // diameter is ruled out; it must never come back as the two corner bars.
+    const std::vector<bars::BarProperties> absurd = {{16, 1e-30f, 1.58f}};
+    EXPECT_FALSE(selectBars(5.0, 30, absurd, BarSelectionSettings{}).found);
+    std::vector<bars::BarProperties> mixed = kTable;
+    mixed.push_back({25, 1e-30f, 3.85f});
+    const BarChoice c = selectBars(5.0, 30, mixed, BarSelectionSettings{});
+    ASSERT_TRUE(c.found);
+    EXPECT_GE(c.areaCm2, 5.0);
+}
+
 TEST(BarSelection, NothingFitsANarrowWebOrTooManyLayers) {
     BarSelectionSettings s;
     EXPECT_FALSE(selectBars(2.0, 10, kTable, s).found);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstring>
 #include <fstream>
 
 #include "beams/beam_record.h"
@@ -157,6 +158,18 @@ TEST(BeamRecordChecks, NameTheSpanAndField) {
     EXPECT_EQ(problem([](BeamRecord& b) { b.settings.MomFiTxt = -1.0f; }), "");
     EXPECT_NE(problem([](BeamRecord& b) { b.settings.MomFiTxt = 9.0f; }).find("above 1"),
               std::string::npos);
+    // Four blanks stored where a single belongs read as 0x20202020 = 1.35e-19: a phi that
+    // small would ask for 1e19 times the steel, so it is refused by name, like a bar
+    // diameter of 0.5 mm among the offered ones.
+    float blanks = 0.0f;
+    const std::uint32_t bits = 0x20202020u;
+    std::memcpy(&blanks, &bits, sizeof blanks);
+    EXPECT_NEAR(blanks, 1.35e-19f, 0.01e-19f);
+    EXPECT_NE(problem([&](BeamRecord& b) { b.settings.MomFiTxt = blanks; }).find("MomFiTxt"),
+              std::string::npos);
+    EXPECT_NE(problem([](BeamRecord& b) { b.settings.DSTXT[2] = 0.5f; }).find("DSTXT"),
+              std::string::npos);
+    EXPECT_EQ(problem([](BeamRecord& b) { b.settings.FacRmaxTxt = 0.75f; }), "");
 }
 
 TEST(BeamRecordAnalysisInput, ConvertsToKgAndCm) {

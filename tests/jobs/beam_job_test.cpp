@@ -10,6 +10,7 @@
 #include "beams/beam_job_fixture.h"
 #include "beams/case_files.h"
 #include "core/error.h"
+#include "core/record.h"
 #include "jobs/beam_design_job.h"
 #include "model/model_json.h"
 #include "support/temp_dir.h"
@@ -296,6 +297,25 @@ TEST_F(BeamJob, InputProblemsAreRefusedWithASentence) {
         FAIL() << "a bar table without a bar was accepted";
     } catch (const InputError& e) {
         EXPECT_NE(std::string(e.what()).find("enter the bar table"), std::string::npos);
+    }
+    EXPECT_FALSE(fs::exists(project() / "F1-B1_1.Analy1"));
+
+    // A 16 mm bar whose area reads 1e-30 cm² (π 1.6² / 4 = 2.01 cm² for a round bar): the
+    // table is refused by file, row and value before anything is designed.
+    std::uint8_t tiny[45] = {'1'};
+    core::writeSingle(tiny + 1, 16.0f);
+    core::writeSingle(tiny + 5, 1.58f);
+    core::writeSingle(tiny + 9, 1e-30f);
+    test::writeBytes(general() / "ROUNDBAR.DAT",
+                     std::string(reinterpret_cast<const char*>(tiny), sizeof tiny));
+    try {
+        designStoredBeam(project(), general(), 1, 1, 2);
+        FAIL() << "a bar of 1e-30 cm2 was accepted";
+    } catch (const InputError& e) {
+        const std::string what = e.what();
+        EXPECT_NE(what.find("ROUNDBAR.DAT"), std::string::npos) << what;
+        EXPECT_NE(what.find("16 mm bar (row 1)"), std::string::npos) << what;
+        EXPECT_NE(what.find("2.01 cm2"), std::string::npos) << what;
     }
     EXPECT_FALSE(fs::exists(project() / "F1-B1_1.Analy1"));
 

@@ -155,7 +155,7 @@ TEST(ModelJsonWrite, SinglesReadBackExactly) {
     b.spans[0].lengthM = 1.0f / 3.0f;
     b.spans[1].loads[loadIndex(LoadKind::PartialUniform)].dead = 0.1f;
     b.fc = std::nextafter(1000.0f, 0.0f); // the largest single below the bound
-    b.settings.SSPCTXT = 3.4028235e38f;
+    b.settings.MaxLenTxt = 3.4028235e38f; // a setting the design does not use yet
     b.coverSideCm = -0.0f; // a negative zero keeps its sign bit
 
     const json j = modelToJson(m);
