@@ -219,6 +219,72 @@ TEST_F(BarTables, SaveSqueezesEmptyRowsAndKeepsHiddenSpacingValuesOfTheSameRowNu
     EXPECT_EQ(reloaded.cell(2, 1), "9");
 }
 
+TEST_F(BarTables, ASecondSaveAfterASqueezeKeepsEachRowsHiddenValues) {
+    // Four records; areas 16 to 20 mark each record (101 .. 104).
+    const auto old = [](float spacing, float hidden) {
+        std::string r = record('1', {spacing, 1.0f}, 16);
+        for (int i = 0; i < 5; ++i) {
+            r += le(hidden);
+        }
+        return r;
+    };
+    test::writeBytes(file(kSpacingFile), old(7.0f, 101.0f) + old(8.0f, 102.0f) + old(9.0f, 103.0f) +
+                                             old(10.0f, 104.0f));
+    BarTableGrid grid = BarTableGrid::open(spacingTable(), general());
+    grid.setCell(2, 1, "0");
+    ASSERT_EQ(grid.save(general()).recordsWritten, 3u);
+
+    // The form stays open on the same grid; an edit of row 1 is saved, rows 3 and 4 untouched.
+    grid.setCell(1, 2, "1.5");
+    ASSERT_EQ(grid.save(general()).recordsWritten, 3u);
+    std::string first = old(7.0f, 101.0f);
+    first.replace(5, 4, le(1.5f));
+    EXPECT_EQ(test::readBytes(file(kSpacingFile)), first + old(9.0f, 103.0f) + old(10.0f, 104.0f));
+
+    // A save that fails leaves every row with its own record for the next one.
+    fs::create_directory(file(kTableTempFile));
+    grid.setCell(3, 1, "0");
+    EXPECT_THROW(grid.save(general()), FileError);
+    fs::remove(file(kTableTempFile));
+    grid.setCell(3, 1, "9");
+    grid.setCell(4, 1, "0");
+    ASSERT_EQ(grid.save(general()).recordsWritten, 2u);
+    EXPECT_EQ(test::readBytes(file(kSpacingFile)), first + old(9.0f, 103.0f));
+}
+
+TEST_F(BarTables, RecordsNoRowShowsAreWrittenBackAfterTheRows) {
+    // ROUNDBAR.DAT of 21 records: the grid shows 1 to 16, never 17 to 21. Record 18 is not in
+    // use: a deleted row, which stays out.
+    std::string hidden;
+    std::string bytes;
+    for (int n = 1; n <= 21; ++n) {
+        const std::string r = roundbar(n == 18 ? ' ' : '1', {static_cast<float>(n), 0.5f, 0.25f});
+        bytes += r;
+        if (n >= 17 && n != 18) {
+            hidden += r;
+        }
+    }
+    test::writeBytes(file(kRoundbarFile), bytes);
+    BarTableGrid grid = BarTableGrid::open(roundbarTable(), general());
+    EXPECT_EQ(grid.cell(17, 1), "");
+
+    // Row 3 is emptied and a bar typed into grid row 17: the rows in use, squeezed, come
+    // first, then the records the grid never showed, as they were.
+    grid.setCell(3, 1, "0");
+    grid.setCell(17, 1, "40");
+    EXPECT_EQ(grid.save(general()).recordsWritten, 16u + 4u);
+    std::string expected =
+        bytes.substr(0, 2 * 45) + bytes.substr(3 * 45, 13 * 45) + roundbar('1', {40.0f}) + hidden;
+    EXPECT_EQ(test::readBytes(file(kRoundbarFile)), expected);
+
+    // A table whose shown rows are all emptied keeps the others.
+    for (int r = 1; r <= 20; ++r) {
+        grid.setCell(r, 1, "");
+    }
+    EXPECT_EQ(grid.save(general()).outcome, TableSaveOutcome::Saved);
+    EXPECT_EQ(test::readBytes(file(kRoundbarFile)), hidden);
+}
+
 TEST_F(BarTables, SavingAnAllEmptyTableDeletesTheFileAndLeavesTmpfil) {
     test::writeBytes(file(kRoundbarFile), roundbar('1', {12.0f, 0.89f, 1.13f}));
     BarTableGrid grid = BarTableGrid::open(roundbarTable(), general());
