@@ -2,13 +2,11 @@
 // that replaces the table file in one step or removes it when no row is in use.
 #include "core/table_file.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <cctype>
 #include <cerrno>
 #include <charconv>
 #include <cmath>
+#include <cstdio>
 #include <cstring>
 
 #include "core/error.h"
@@ -25,36 +23,6 @@ std::string cannotSave(std::string_view tableName) {
 
 std::string systemMessage(int err) {
     return std::strerror(err);
-}
-
-// Writes the bytes to `path` (replacing it) and syncs them to disk before returning.
-void writeSynced(const fs::path& path, const std::vector<std::uint8_t>& bytes,
-                 std::string_view tableName) {
-    const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
-    if (fd < 0) {
-        throw FileError(path, cannotSave(tableName) + systemMessage(errno));
-    }
-    const std::uint8_t* data = bytes.data();
-    std::size_t left = bytes.size();
-    while (left > 0) {
-        const ssize_t n = ::write(fd, data, left);
-        if (n < 0) {
-            if (errno == EINTR) {
-                continue;
-            }
-            const int err = errno;
-            ::close(fd);
-            throw FileError(path, cannotSave(tableName) + systemMessage(err));
-        }
-        data += n;
-        left -= static_cast<std::size_t>(n);
-    }
-    if (::fsync(fd) != 0) {
-        const int err = errno;
-        ::close(fd);
-        throw FileError(path, cannotSave(tableName) + systemMessage(err));
-    }
-    ::close(fd);
 }
 
 } // namespace
@@ -95,7 +63,10 @@ void saveTableFile(const fs::path& target, const std::vector<std::uint8_t>& reco
                    std::string_view tableName, const BeforeRenameHook& beforeRename) {
     const fs::path folder = target.parent_path();
     const fs::path temp = resolveNoCase(folder, kTableTempFile);
-    writeSynced(temp, records, tableName);
+    // A failed write leaves TMPFIL as far as it got; the table file is not touched.
+    if (const std::error_code err = writeFileBytes(temp, records, true, FailedWrite::KeepPart)) {
+        throw FileError(temp, cannotSave(tableName) + systemMessage(err.value()));
+    }
     if (beforeRename) {
         beforeRename(temp);
     }

@@ -241,10 +241,18 @@ TEST_F(BarTables, ASecondSaveAfterASqueezeKeepsEachRowsHiddenValues) {
     first.replace(5, 4, le(1.5f));
     EXPECT_EQ(test::readBytes(file(kSpacingFile)), first + old(9.0f, 103.0f) + old(10.0f, 104.0f));
 
-    // A save that fails leaves every row with its own record for the next one.
+    // A save that fails (a folder stands where TMPFIL goes) names TMPFIL and the system's
+    // reason, and leaves every row with its own record for the next one.
     fs::create_directory(file(kTableTempFile));
     grid.setCell(3, 1, "0");
-    EXPECT_THROW(grid.save(general()), FileError);
+    try {
+        grid.save(general());
+        FAIL() << "TMPFIL was written over a folder";
+    } catch (const FileError& e) {
+        EXPECT_EQ(e.path(), file(kTableTempFile));
+        EXPECT_EQ(std::string(e.what()), "The bar table cannot be saved: Is a directory (file " +
+                                             file(kTableTempFile).string() + ")");
+    }
     fs::remove(file(kTableTempFile));
     grid.setCell(3, 1, "9");
     grid.setCell(4, 1, "0");
