@@ -189,40 +189,11 @@ TEST_F(BarTables, MissingOrEmptyRoundbarMakesNoTableAvailable) {
     EXPECT_FALSE(LoadBarDiameters(general()).barTableAvailable);
 }
 
-TEST_F(BarTables, SaveSqueezesEmptyRowsAndKeepsHiddenSpacingValuesOfTheSameRowNumber) {
-    // Three old records; areas 16 to 20 (values 17..21) mark each record's row number.
-    const auto old = [](float spacing, float hidden) {
-        std::string r = record('1', {spacing, 1.0f}, 16);
-        for (int i = 0; i < 5; ++i) {
-            r += le(hidden);
-        }
-        return r;
-    };
-    test::writeBytes(file(kSpacingFile), old(7.0f, 101.0f) + old(8.0f, 102.0f) + old(9.0f, 103.0f));
-    BarTableGrid grid = BarTableGrid::open(spacingTable(), general());
-    grid.setCell(2, 1, " "); // row 2 emptied in the middle
-    grid.setCell(3, 2, "4.5");
-    grid.setCell(5, 1, "abc"); // non-numeric counts as 0: not saved
-    EXPECT_EQ(grid.save(general()).recordsWritten, 2u);
-
-    const std::string bytes = test::readBytes(file(kSpacingFile));
-    ASSERT_EQ(bytes.size(), 2u * 85u);
-    EXPECT_EQ(bytes.substr(0, 85), old(7.0f, 101.0f));
-    // Old row 3 moved up to record 2 and kept the hidden values of old record 3.
-    std::string moved = record('1', {9.0f, 4.5f}, 16);
-    for (int i = 0; i < 5; ++i) {
-        moved += le(103.0f);
-    }
-    EXPECT_EQ(bytes.substr(85, 85), moved);
-
-    const BarTableGrid reloaded = BarTableGrid::open(spacingTable(), general());
-    EXPECT_EQ(reloaded.cell(2, 1), "9");
-}
-
-TEST_F(BarTables, ASecondSaveAfterASqueezeKeepsEachRowsHiddenValues) {
-    // Four records; areas 16 to 20 mark each record (101 .. 104).
-    const auto old = [](float spacing, float hidden) {
-        std::string r = record('1', {spacing, 1.0f}, 16);
+TEST_F(BarTables, SaveSqueezesEmptyRowsAndEachRowKeepsItsHiddenSpacingValuesSaveAfterSave) {
+    // Four old records (spacing, then the area 1.0 or as typed); areas 16 to 20 (values
+    // 17..21) mark each record: 101 .. 104.
+    const auto old = [](float spacing, float hidden, float area = 1.0f) {
+        std::string r = record('1', {spacing, area}, 16);
         for (int i = 0; i < 5; ++i) {
             r += le(hidden);
         }
@@ -231,15 +202,20 @@ TEST_F(BarTables, ASecondSaveAfterASqueezeKeepsEachRowsHiddenValues) {
     test::writeBytes(file(kSpacingFile), old(7.0f, 101.0f) + old(8.0f, 102.0f) + old(9.0f, 103.0f) +
                                              old(10.0f, 104.0f));
     BarTableGrid grid = BarTableGrid::open(spacingTable(), general());
-    grid.setCell(2, 1, "0");
-    ASSERT_EQ(grid.save(general()).recordsWritten, 3u);
+    grid.setCell(2, 1, " "); // row 2 emptied in the middle
+    grid.setCell(3, 2, "4.5");
+    grid.setCell(5, 1, "abc"); // non-numeric counts as 0: not saved
+    EXPECT_EQ(grid.save(general()).recordsWritten, 3u);
+    // Rows 3 and 4 moved up to records 2 and 3 with the hidden values of their old records.
+    EXPECT_EQ(test::readBytes(file(kSpacingFile)),
+              old(7.0f, 101.0f) + old(9.0f, 103.0f, 4.5f) + old(10.0f, 104.0f));
 
-    // The form stays open on the same grid; an edit of row 1 is saved, rows 3 and 4 untouched.
+    // The form stays open on the same grid: a second save, of an edit in row 1, still gives
+    // rows 3 and 4 their own hidden values, though the file now holds them one record up.
     grid.setCell(1, 2, "1.5");
     ASSERT_EQ(grid.save(general()).recordsWritten, 3u);
-    std::string first = old(7.0f, 101.0f);
-    first.replace(5, 4, le(1.5f));
-    EXPECT_EQ(test::readBytes(file(kSpacingFile)), first + old(9.0f, 103.0f) + old(10.0f, 104.0f));
+    EXPECT_EQ(test::readBytes(file(kSpacingFile)),
+              old(7.0f, 101.0f, 1.5f) + old(9.0f, 103.0f, 4.5f) + old(10.0f, 104.0f));
 
     // A save that fails (a folder stands where TMPFIL goes) names TMPFIL and the system's
     // reason, and leaves every row with its own record for the next one.
@@ -257,7 +233,11 @@ TEST_F(BarTables, ASecondSaveAfterASqueezeKeepsEachRowsHiddenValues) {
     grid.setCell(3, 1, "9");
     grid.setCell(4, 1, "0");
     ASSERT_EQ(grid.save(general()).recordsWritten, 2u);
-    EXPECT_EQ(test::readBytes(file(kSpacingFile)), first + old(9.0f, 103.0f));
+    EXPECT_EQ(test::readBytes(file(kSpacingFile)),
+              old(7.0f, 101.0f, 1.5f) + old(9.0f, 103.0f, 4.5f));
+
+    const BarTableGrid reloaded = BarTableGrid::open(spacingTable(), general());
+    EXPECT_EQ(reloaded.cell(2, 1), "9");
 }
 
 TEST_F(BarTables, RecordsNoRowShowsAreWrittenBackAfterTheRows) {
