@@ -12,14 +12,17 @@ namespace orvak::bars {
 
 BarTableGrid::BarTableGrid(const TableKind& kind)
     : m_kind(&kind), m_cells(static_cast<std::size_t>(kind.gridRows),
-                             std::vector<std::string>(static_cast<std::size_t>(kind.gridColumns))) {
-}
+                             std::vector<std::string>(static_cast<std::size_t>(kind.gridColumns))),
+      m_records(core::RecordBuffer(kind.recordLength), static_cast<std::size_t>(kind.gridRows)) {}
 
 BarTableGrid BarTableGrid::fromFile(const TableKind& kind, const core::RecordFile& file) {
     BarTableGrid grid(kind);
+    grid.m_records.load(file, static_cast<std::size_t>(kind.gridRows),
+                        static_cast<std::size_t>(kind.shownRows));
     if (file.count() > 0) {
         for (int r = 1; r <= kind.shownRows; ++r) {
-            const core::RecordBuffer rec = file.read(static_cast<std::size_t>(r));
+            // A record not in use, or beyond the end, stands as a blank one: a row of zeros.
+            const core::RecordBuffer& rec = grid.m_records.record(grid.index(r));
             auto& cells = grid.m_cells[grid.index(r)];
             for (int c = 1; c <= kind.gridColumns; ++c) {
                 cells[static_cast<std::size_t>(c - 1)] =
@@ -75,33 +78,17 @@ TableSaveResult BarTableGrid::save(const fs::path& generalFolder, const TableSav
         return {};
     }
     const TableKind& kind = *m_kind;
-    const fs::path target = tableFilePath(kind, generalFolder);
-    const core::RecordFile old = readTableFile(kind, generalFolder);
-
-    std::vector<std::uint8_t> bytes;
-    std::size_t written = 0;
-    for (int r = 1; r <= kind.gridRows; ++r) {
-        if (rowInUse(r)) {
-            // Built on the old record of the same row number: values the grid does not show
-            // stay as the old file held them.
-            core::RecordBuffer rec = old.read(static_cast<std::size_t>(r));
+    const std::size_t written = m_records.save(
+        tableFilePath(kind, generalFolder), "bar table",
+        [&](std::size_t row) { return rowInUse(static_cast<int>(row) + 1); },
+        [&](std::size_t row, core::RecordBuffer& rec) {
             for (int c = 1; c <= kind.gridColumns; ++c) {
-                rec.setSingle(kind.valuesField(), static_cast<float>(number(r, c)),
+                rec.setSingle(kind.valuesField(),
+                              static_cast<float>(number(static_cast<int>(row) + 1, c)),
                               static_cast<std::size_t>(c - 1));
             }
-            rec.bytes()[0] = static_cast<std::uint8_t>(core::kUseMark);
-            bytes.insert(bytes.end(), rec.bytes().begin(), rec.bytes().end());
-            ++written;
-        }
-        if (options.progress) {
-            options.progress(r, kind.gridRows);
-        }
-    }
-
-    core::saveTableFile(target, bytes, "bar table", options.beforeRename);
-    if (options.progress) {
-        options.progress(0, kind.gridRows);
-    }
+        },
+        options.progress, options.beforeRename);
     m_changed = false;
     return {written > 0 ? TableSaveOutcome::Saved : TableSaveOutcome::AllEmpty, written};
 }

@@ -31,8 +31,9 @@ struct TableSaveOptions {
 
 enum class TableSaveOutcome {
     Unchanged, ///< nothing changed since the load or the last save: nothing written
-    Saved,     ///< the table file now holds the rows with a first value, without gaps
-    AllEmpty,  ///< no row had a first value: the table file is gone, an empty TMPFIL remains
+    Saved,     ///< the table file holds the rows with a first value, without gaps, then the
+               ///< records no row shows
+    AllEmpty,  ///< nothing to write: the table file is gone, an empty TMPFIL remains
 };
 
 struct TableSaveResult {
@@ -44,14 +45,15 @@ struct TableSaveResult {
 /// shows them; every row has gridColumns cells.
 class BarTableGrid {
 public:
-    /// An empty grid of the kind's size: every cell blank.
+    /// An empty grid of the kind's size: every cell blank, no record behind any row.
     explicit BarTableGrid(const TableKind& kind);
 
     /// Loads the table as its form does when it opens: the kind's open operation (which makes
     /// an empty ROUNDBAR.DAT or SPACING.DAT where none exists), then rows 1..shownRows from
     /// records 1..shownRows (a record not in use, or beyond the end, gives a row of zeros), or
-    /// the built-in table when the file holds no record. Throws FileError when the file cannot
-    /// be read or made.
+    /// the built-in table when the file holds no record. Each row keeps the record it shows;
+    /// the records in use after record shownRows are kept as no row shows them. Throws
+    /// FileError when the file cannot be read or made.
     static BarTableGrid open(const TableKind& kind, const std::filesystem::path& generalFolder);
     /// The same load without making any file (for showing a table read-only).
     static BarTableGrid read(const TableKind& kind, const std::filesystem::path& generalFolder);
@@ -79,13 +81,15 @@ public:
     bool rowInUse(int row) const { return number(row, 1) != 0.0; }
 
     /// Saves the grid into the table file of `generalFolder`: each row in use becomes the next
-    /// record of TMPFIL, built on the old record of the same row number (so the values the
-    /// grid does not show, areas 16 to 20 of SPACING.DAT, are kept), its visible values from
-    /// the cells and its use mark "1". TMPFIL is written completely and synced, then renamed
-    /// over the table file, which stays intact until that moment. When no row is in use the
-    /// table file is deleted and the empty TMPFIL stays behind. Returns at once, writing
-    /// nothing, when the grid has not changed. Throws FileError on a read or write failure;
-    /// the table file is then as it was.
+    /// record of TMPFIL, built on the record the row was loaded from or last saved as (so the
+    /// values the grid does not show, areas 16 to 20 of SPACING.DAT, stay with their row save
+    /// after save), its visible values from the cells and its use mark "1"; the records no row
+    /// shows (ROUNDBAR.DAT after record 16) follow as they were. TMPFIL is written completely
+    /// and synced, then renamed over the table file, which stays intact until that moment.
+    /// When there is no record to write the table file is deleted and the empty TMPFIL stays
+    /// behind. Returns at once, writing nothing, when the grid has not changed. Throws
+    /// FileError on a write failure; the table file and the rows' records are then as they
+    /// were.
     TableSaveResult save(const std::filesystem::path& generalFolder,
                          const TableSaveOptions& options = {});
 
@@ -95,6 +99,8 @@ private:
 
     const TableKind* m_kind;
     std::vector<std::vector<std::string>> m_cells;
+    /// The record behind each row, and the records no row shows.
+    core::TableRecords m_records;
     bool m_changed = false;
     bool m_showsDefaults = false;
 };

@@ -105,24 +105,33 @@ std::optional<std::vector<std::uint8_t>> readWholeFile(const fs::path& path) {
     return bytes;
 }
 
+std::error_code writeFileBytes(const fs::path& path, std::span<const std::uint8_t> bytes, bool sync,
+                               FailedWrite failed) {
+    const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+    if (fd < 0) {
+        return {errno, std::generic_category()};
+    }
+    const bool ok = writeAll(fd, bytes.data(), bytes.size()) && (!sync || ::fsync(fd) == 0);
+    const int writeErr = errno;
+    ::close(fd);
+    if (ok) {
+        return {};
+    }
+    if (failed == FailedWrite::Remove) {
+        std::error_code ec;
+        fs::remove(path, ec);
+    }
+    return {writeErr, std::generic_category()};
+}
+
 fs::path writeTemporaryBeside(const fs::path& target, std::span<const std::uint8_t> bytes,
                               bool sync) {
     const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
     std::random_device rd;
     const fs::path temp =
         folder / ("." + target.filename().string() + ".tmp" + std::to_string(rd() % 1000000));
-
-    const int fd = ::open(temp.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
-    if (fd < 0) {
-        throw FileError(target, "The file cannot be saved: " + systemMessage(errno));
-    }
-    const bool ok = writeAll(fd, bytes.data(), bytes.size()) && (!sync || ::fsync(fd) == 0);
-    const int writeErr = errno;
-    ::close(fd);
-    if (!ok) {
-        std::error_code ec;
-        fs::remove(temp, ec);
-        throw FileError(target, "The file cannot be saved: " + systemMessage(writeErr));
+    if (const std::error_code err = writeFileBytes(temp, bytes, sync, FailedWrite::Remove)) {
+        throw FileError(target, "The file cannot be saved: " + systemMessage(err.value()));
     }
     return temp;
 }

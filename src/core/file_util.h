@@ -9,6 +9,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace orvak::core {
@@ -37,6 +38,16 @@ void saveFileAtomically(const std::filesystem::path& target, const std::vector<s
                         const BeforeRenameHook& beforeRename = {});
 void saveFileAtomically(const std::filesystem::path& target, std::string_view bytes,
                         const BeforeRenameHook& beforeRename = {});
+
+/// What a failed writeFileBytes() leaves behind: the file with the part that was written, or
+/// no file.
+enum class FailedWrite { KeepPart, Remove };
+
+/// Writes `bytes` to `path`, made or emptied first, and flushes them to disk when `sync`.
+/// Returns the system error of the step that failed (empty when all went well); a file that
+/// was opened is then kept or removed as `failed` says.
+std::error_code writeFileBytes(const std::filesystem::path& path,
+                               std::span<const std::uint8_t> bytes, bool sync, FailedWrite failed);
 
 /// The steps of a save, for callers that write several files as one set: a temporary file
 /// beside `target` holding `bytes` (flushed to disk when `sync`), named "." + the target's

@@ -2,13 +2,11 @@
 // that replaces the table file in one step or removes it when no row is in use.
 #include "core/table_file.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <cctype>
 #include <cerrno>
 #include <charconv>
 #include <cmath>
+#include <cstdio>
 #include <cstring>
 
 #include "core/error.h"
@@ -25,36 +23,6 @@ std::string cannotSave(std::string_view tableName) {
 
 std::string systemMessage(int err) {
     return std::strerror(err);
-}
-
-// Writes the bytes to `path` (replacing it) and syncs them to disk before returning.
-void writeSynced(const fs::path& path, const std::vector<std::uint8_t>& bytes,
-                 std::string_view tableName) {
-    const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
-    if (fd < 0) {
-        throw FileError(path, cannotSave(tableName) + systemMessage(errno));
-    }
-    const std::uint8_t* data = bytes.data();
-    std::size_t left = bytes.size();
-    while (left > 0) {
-        const ssize_t n = ::write(fd, data, left);
-        if (n < 0) {
-            if (errno == EINTR) {
-                continue;
-            }
-            const int err = errno;
-            ::close(fd);
-            throw FileError(path, cannotSave(tableName) + systemMessage(err));
-        }
-        data += n;
-        left -= static_cast<std::size_t>(n);
-    }
-    if (::fsync(fd) != 0) {
-        const int err = errno;
-        ::close(fd);
-        throw FileError(path, cannotSave(tableName) + systemMessage(err));
-    }
-    ::close(fd);
 }
 
 } // namespace
@@ -95,7 +63,10 @@ void saveTableFile(const fs::path& target, const std::vector<std::uint8_t>& reco
                    std::string_view tableName, const BeforeRenameHook& beforeRename) {
     const fs::path folder = target.parent_path();
     const fs::path temp = resolveNoCase(folder, kTableTempFile);
-    writeSynced(temp, records, tableName);
+    // A failed write leaves TMPFIL as far as it got; the table file is not touched.
+    if (const std::error_code err = writeFileBytes(temp, records, true, FailedWrite::KeepPart)) {
+        throw FileError(temp, cannotSave(tableName) + systemMessage(err.value()));
+    }
     if (beforeRename) {
         beforeRename(temp);
     }
@@ -113,6 +84,72 @@ void saveTableFile(const fs::path& target, const std::vector<std::uint8_t>& reco
         }
     }
     syncFolder(folder);
+}
+
+TableRecords::TableRecords(RecordBuffer blank, std::size_t rows)
+    : m_blank(std::move(blank)), m_rows(rows, m_blank) {
+    ORVAK_ASSERT(m_blank.length() > 0);
+}
+
+void TableRecords::load(const RecordFile& file, std::size_t rows, std::size_t shownRecords) {
+    ORVAK_ASSERT(file.recordLength() == m_blank.length() && shownRecords <= rows);
+    m_rows.assign(rows, m_blank);
+    m_notShown.clear();
+    for (std::size_t n = 1; n <= file.count(); ++n) {
+        RecordBuffer record = file.read(n);
+        if (!record.inUse()) {
+            continue;
+        }
+        if (n <= shownRecords) {
+            m_rows[n - 1] = std::move(record);
+        } else {
+            m_notShown.push_back(std::move(record));
+        }
+    }
+}
+
+const RecordBuffer& TableRecords::record(std::size_t row) const {
+    ORVAK_ASSERT(row < m_rows.size());
+    return m_rows[row];
+}
+
+std::size_t
+TableRecords::save(const fs::path& target, std::string_view tableName,
+                   const std::function<bool(std::size_t row)>& inUse,
+                   const std::function<void(std::size_t row, RecordBuffer& record)>& fill,
+                   const RowProgress& progress, const BeforeRenameHook& beforeRename) {
+    const int rows = static_cast<int>(m_rows.size());
+    ORVAK_ASSERT(static_cast<std::size_t>(rows) == m_rows.size());
+    // The rows take their saved records only once the file holds them: after a failure the
+    // next save builds on the records as they were.
+    std::vector<RecordBuffer> saved = m_rows;
+    std::vector<std::uint8_t> bytes;
+    std::size_t written = 0;
+    for (std::size_t row = 0; row < saved.size(); ++row) {
+        RecordBuffer& record = saved[row];
+        if (inUse(row)) {
+            record.bytes()[0] = static_cast<std::uint8_t>(kUseMark);
+            fill(row, record);
+            bytes.insert(bytes.end(), record.bytes().begin(), record.bytes().end());
+            ++written;
+        } else {
+            // A row left out has no record any more: filled again, it starts afresh.
+            record = m_blank;
+        }
+        if (progress) {
+            progress(static_cast<int>(row) + 1, rows);
+        }
+    }
+    for (const RecordBuffer& record : m_notShown) {
+        bytes.insert(bytes.end(), record.bytes().begin(), record.bytes().end());
+        ++written;
+    }
+    saveTableFile(target, bytes, tableName, beforeRename);
+    m_rows = std::move(saved);
+    if (progress) {
+        progress(0, rows);
+    }
+    return written;
 }
 
 } // namespace orvak::core

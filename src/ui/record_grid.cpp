@@ -35,12 +35,13 @@ template <class Int> Int wholeNumber(double value, const InputGridModel& grid, i
 
 RecordGrid::RecordGrid(std::vector<RecordColumn> columns, core::RecordBuffer blank,
                        std::string tableName)
-    : m_columns(std::move(columns)), m_blank(std::move(blank)), m_tableName(std::move(tableName)) {
+    : m_columns(std::move(columns)), m_tableName(std::move(tableName)),
+      m_records(std::move(blank)) {
     ORVAK_ASSERT(!m_columns.empty());
     for (const RecordColumn& column : m_columns) {
         ORVAK_ASSERT(column.index < column.field.count &&
                      column.field.offset + column.field.width * (column.index + 1) <=
-                         m_blank.length());
+                         m_records.recordLength());
     }
 }
 
@@ -62,25 +63,12 @@ QString RecordGrid::cellText(const core::RecordBuffer& record, const RecordColum
 
 void RecordGrid::load(const core::RecordFile& file, InputGridModel& grid,
                       std::string_view language) {
-    ORVAK_ASSERT(file.recordLength() == m_blank.length());
     ORVAK_ASSERT(grid.columnCount() == static_cast<int>(m_columns.size()));
     m_path = file.path();
-    m_rowRecords.assign(static_cast<std::size_t>(grid.rowCount()), m_blank);
-    m_beyond.clear();
-    for (std::size_t n = 1; n <= file.count(); ++n) {
-        const core::RecordBuffer record = file.read(n);
-        if (n > m_rowRecords.size()) {
-            if (record.inUse()) {
-                m_beyond.push_back(record);
-            }
-            continue;
-        }
-        if (record.inUse()) {
-            m_rowRecords[n - 1] = record;
-        }
-    }
+    const auto rows = static_cast<std::size_t>(grid.rowCount());
+    m_records.load(file, rows, rows);
     for (int r = 0; r < grid.rowCount(); ++r) {
-        const core::RecordBuffer& record = m_rowRecords[static_cast<std::size_t>(r)];
+        const core::RecordBuffer& record = m_records.record(static_cast<std::size_t>(r));
         for (int c = 0; c < grid.columnCount(); ++c) {
             grid.setCellText(
                 r, c,
@@ -126,38 +114,15 @@ void RecordGrid::store(const InputGridModel& grid, int row, int column, std::str
 std::size_t RecordGrid::save(const InputGridModel& grid, std::string_view language,
                              const GridProgress& progress,
                              const core::BeforeRenameHook& beforeRename) {
-    ORVAK_ASSERT(!m_path.empty() && grid.rowCount() == static_cast<int>(m_rowRecords.size()));
-    const int rows = grid.rowCount();
-    std::vector<core::RecordBuffer> saved = m_rowRecords;
-    std::vector<std::uint8_t> bytes;
-    std::size_t written = 0;
-    for (int r = 0; r < rows; ++r) {
-        core::RecordBuffer& record = saved[static_cast<std::size_t>(r)];
-        if (rowInUse(grid, r)) {
-            record.bytes()[0] = static_cast<std::uint8_t>(core::kUseMark);
+    ORVAK_ASSERT(!m_path.empty() && grid.rowCount() == static_cast<int>(m_records.rowCount()));
+    return m_records.save(
+        m_path, m_tableName, [&](std::size_t row) { return rowInUse(grid, static_cast<int>(row)); },
+        [&](std::size_t row, core::RecordBuffer& record) {
             for (int c = 0; c < grid.columnCount(); ++c) {
-                store(grid, r, c, language, record);
+                store(grid, static_cast<int>(row), c, language, record);
             }
-            bytes.insert(bytes.end(), record.bytes().begin(), record.bytes().end());
-            ++written;
-        } else {
-            // A row left out has no record any more: filled again, it starts afresh.
-            record = m_blank;
-        }
-        if (progress) {
-            progress(r + 1, rows);
-        }
-    }
-    for (const core::RecordBuffer& record : m_beyond) {
-        bytes.insert(bytes.end(), record.bytes().begin(), record.bytes().end());
-        ++written;
-    }
-    core::saveTableFile(m_path, bytes, m_tableName, beforeRename);
-    m_rowRecords = std::move(saved);
-    if (progress) {
-        progress(0, rows);
-    }
-    return written;
+        },
+        progress, beforeRename);
 }
 
 RecordGridForm::RecordGridForm(shell::ShellState& shell, const GridFormSetup& setup,

@@ -12,6 +12,7 @@
 
 #include "core/file_util.h"
 #include "core/record.h"
+#include "core/table_file.h"
 #include "ui/grid_form.h"
 
 namespace orvak::ui {
@@ -31,7 +32,7 @@ public:
     /// table in messages ("column table").
     RecordGrid(std::vector<RecordColumn> columns, core::RecordBuffer blank, std::string tableName);
 
-    std::size_t recordLength() const { return m_blank.length(); }
+    std::size_t recordLength() const { return m_records.recordLength(); }
 
     /// Shows `file` in the grid: record n in row n, a record not in use as an empty row, rows
     /// past the last record empty. Records past the grid's last row are not shown; the save
@@ -60,13 +61,10 @@ private:
                             std::string_view language);
 
     std::vector<RecordColumn> m_columns;
-    core::RecordBuffer m_blank;
     std::string m_tableName;
     std::filesystem::path m_path;
-    /// The record behind each grid row: what it was loaded from or last saved as.
-    std::vector<core::RecordBuffer> m_rowRecords;
-    /// Records in use past the grid's last row.
-    std::vector<core::RecordBuffer> m_beyond;
+    /// The record behind each grid row, and the records in use past the grid's last row.
+    core::TableRecords m_records;
 };
 
 /// A grid form whose table is a record file: its grid shows the records and its save writes

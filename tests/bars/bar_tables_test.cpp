@@ -189,34 +189,88 @@ TEST_F(BarTables, MissingOrEmptyRoundbarMakesNoTableAvailable) {
     EXPECT_FALSE(LoadBarDiameters(general()).barTableAvailable);
 }
 
-TEST_F(BarTables, SaveSqueezesEmptyRowsAndKeepsHiddenSpacingValuesOfTheSameRowNumber) {
-    // Three old records; areas 16 to 20 (values 17..21) mark each record's row number.
-    const auto old = [](float spacing, float hidden) {
-        std::string r = record('1', {spacing, 1.0f}, 16);
+TEST_F(BarTables, SaveSqueezesEmptyRowsAndEachRowKeepsItsHiddenSpacingValuesSaveAfterSave) {
+    // Four old records (spacing, then the area 1.0 or as typed); areas 16 to 20 (values
+    // 17..21) mark each record: 101 .. 104.
+    const auto old = [](float spacing, float hidden, float area = 1.0f) {
+        std::string r = record('1', {spacing, area}, 16);
         for (int i = 0; i < 5; ++i) {
             r += le(hidden);
         }
         return r;
     };
-    test::writeBytes(file(kSpacingFile), old(7.0f, 101.0f) + old(8.0f, 102.0f) + old(9.0f, 103.0f));
+    test::writeBytes(file(kSpacingFile), old(7.0f, 101.0f) + old(8.0f, 102.0f) + old(9.0f, 103.0f) +
+                                             old(10.0f, 104.0f));
     BarTableGrid grid = BarTableGrid::open(spacingTable(), general());
     grid.setCell(2, 1, " "); // row 2 emptied in the middle
     grid.setCell(3, 2, "4.5");
     grid.setCell(5, 1, "abc"); // non-numeric counts as 0: not saved
-    EXPECT_EQ(grid.save(general()).recordsWritten, 2u);
+    EXPECT_EQ(grid.save(general()).recordsWritten, 3u);
+    // Rows 3 and 4 moved up to records 2 and 3 with the hidden values of their old records.
+    EXPECT_EQ(test::readBytes(file(kSpacingFile)),
+              old(7.0f, 101.0f) + old(9.0f, 103.0f, 4.5f) + old(10.0f, 104.0f));
 
-    const std::string bytes = test::readBytes(file(kSpacingFile));
-    ASSERT_EQ(bytes.size(), 2u * 85u);
-    EXPECT_EQ(bytes.substr(0, 85), old(7.0f, 101.0f));
-    // Old row 3 moved up to record 2 and kept the hidden values of old record 3.
-    std::string moved = record('1', {9.0f, 4.5f}, 16);
-    for (int i = 0; i < 5; ++i) {
-        moved += le(103.0f);
+    // The form stays open on the same grid: a second save, of an edit in row 1, still gives
+    // rows 3 and 4 their own hidden values, though the file now holds them one record up.
+    grid.setCell(1, 2, "1.5");
+    ASSERT_EQ(grid.save(general()).recordsWritten, 3u);
+    EXPECT_EQ(test::readBytes(file(kSpacingFile)),
+              old(7.0f, 101.0f, 1.5f) + old(9.0f, 103.0f, 4.5f) + old(10.0f, 104.0f));
+
+    // A save that fails (a folder stands where TMPFIL goes) names TMPFIL and the system's
+    // reason, and leaves every row with its own record for the next one.
+    fs::create_directory(file(kTableTempFile));
+    grid.setCell(3, 1, "0");
+    try {
+        grid.save(general());
+        FAIL() << "TMPFIL was written over a folder";
+    } catch (const FileError& e) {
+        EXPECT_EQ(e.path(), file(kTableTempFile));
+        EXPECT_EQ(std::string(e.what()), "The bar table cannot be saved: Is a directory (file " +
+                                             file(kTableTempFile).string() + ")");
     }
-    EXPECT_EQ(bytes.substr(85, 85), moved);
+    fs::remove(file(kTableTempFile));
+    grid.setCell(3, 1, "9");
+    grid.setCell(4, 1, "0");
+    ASSERT_EQ(grid.save(general()).recordsWritten, 2u);
+    EXPECT_EQ(test::readBytes(file(kSpacingFile)),
+              old(7.0f, 101.0f, 1.5f) + old(9.0f, 103.0f, 4.5f));
 
     const BarTableGrid reloaded = BarTableGrid::open(spacingTable(), general());
     EXPECT_EQ(reloaded.cell(2, 1), "9");
+}
+
+TEST_F(BarTables, RecordsNoRowShowsAreWrittenBackAfterTheRows) {
+    // ROUNDBAR.DAT of 21 records: the grid shows 1 to 16, never 17 to 21. Record 18 is not in
+    // use: a deleted row, which stays out.
+    std::string hidden;
+    std::string bytes;
+    for (int n = 1; n <= 21; ++n) {
+        const std::string r = roundbar(n == 18 ? ' ' : '1', {static_cast<float>(n), 0.5f, 0.25f});
+        bytes += r;
+        if (n >= 17 && n != 18) {
+            hidden += r;
+        }
+    }
+    test::writeBytes(file(kRoundbarFile), bytes);
+    BarTableGrid grid = BarTableGrid::open(roundbarTable(), general());
+    EXPECT_EQ(grid.cell(17, 1), "");
+
+    // Row 3 is emptied and a bar typed into grid row 17: the rows in use, squeezed, come
+    // first, then the records the grid never showed, as they were.
+    grid.setCell(3, 1, "0");
+    grid.setCell(17, 1, "40");
+    EXPECT_EQ(grid.save(general()).recordsWritten, 16u + 4u);
+    std::string expected =
+        bytes.substr(0, 2 * 45) + bytes.substr(3 * 45, 13 * 45) + roundbar('1', {40.0f}) + hidden;
+    EXPECT_EQ(test::readBytes(file(kRoundbarFile)), expected);
+
+    // A table whose shown rows are all emptied keeps the others.
+    for (int r = 1; r <= 20; ++r) {
+        grid.setCell(r, 1, "");
+    }
+    EXPECT_EQ(grid.save(general()).outcome, TableSaveOutcome::Saved);
+    EXPECT_EQ(test::readBytes(file(kRoundbarFile)), hidden);
 }
 
 TEST_F(BarTables, SavingAnAllEmptyTableDeletesTheFileAndLeavesTmpfil) {

@@ -204,6 +204,14 @@ TEST_F(BarFormsTest, RoundbarShowsTheFirstSixteenRecordsAndKeepsTheRest) {
         EXPECT_TRUE(grid.cellText(row, 0).isEmpty()) << row;
     }
     EXPECT_EQ(test::readBytes(general() / "ROUNDBAR.DAT"), bytes);
+
+    // A save drops the row of record 3 (not in use) and keeps records 17 to 20 behind the rows.
+    ASSERT_TRUE(type(*form, 0, 1, "1.5"));
+    ASSERT_TRUE(form->save());
+    const std::string saved = test::readBytes(general() / "ROUNDBAR.DAT");
+    ASSERT_EQ(saved.size(), 19u * 45u);
+    EXPECT_FLOAT_EQ(storedValue(saved, 45, 1, 1), 1.5f);
+    EXPECT_EQ(saved.substr(45), bytes.substr(45, 45) + bytes.substr(3 * 45));
 }
 
 TEST_F(BarFormsTest, FailedSaveKeepsTheOldTable) {
