@@ -102,8 +102,10 @@ void RecordBuffer::setText(const FieldDef& f, std::string_view text, std::size_t
     ORVAK_ASSERT(f.type == FieldType::Text);
     const std::size_t at = valueOffset(f, index, m_bytes.size());
     const std::size_t n = std::min(text.size(), f.width);
-    std::memcpy(&m_bytes[at], text.data(), n);
-    std::memset(&m_bytes[at + n], ' ', f.width - n);
+    // An empty text may have no storage at all: copy nothing rather than from a null pointer.
+    std::copy_n(text.begin(), n, m_bytes.begin() + static_cast<std::ptrdiff_t>(at));
+    std::fill_n(m_bytes.begin() + static_cast<std::ptrdiff_t>(at + n), f.width - n,
+                static_cast<std::uint8_t>(' '));
 }
 
 RecordFile::RecordFile(std::filesystem::path path, std::size_t recordLength)

@@ -132,7 +132,9 @@ TEST_F(CliBeam, ASpanThatDoesNotSagReportsZeroNotMinusZero) {
     beam["supports"] = {{{"code", 0}}, {{"code", 2}}, {{"code", 2}}, {{"code", 0}}};
     const CliRun r = run({"beam", "analyse", writeJson("up.json", beam).string(), "--json"});
     ASSERT_EQ(r.code, 0) << r.err;
-    for (const auto& [state, spans] : json::parse(r.out)["service_deflection_mm"].items()) {
+    // The parsed document must outlive the loop that walks it.
+    const json out = json::parse(r.out);
+    for (const auto& [state, spans] : out["service_deflection_mm"].items()) {
         for (const json& d : spans) {
             EXPECT_FALSE(d.get<double>() == 0.0 && std::signbit(d.get<double>())) << state;
         }
