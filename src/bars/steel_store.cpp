@@ -245,18 +245,21 @@ std::size_t writeRows(SQLite::Database& db, const std::vector<SteelItem>& rows,
 
 // Makes the table in an empty database, or checks that an existing one is ours.
 void prepareSchema(SQLite::Database& db, const fs::path& path) {
-    std::vector<std::string> tables;
-    {
-        SQLite::Statement st(db, "SELECT name FROM sqlite_master WHERE type = 'table'");
-        while (st.executeStep()) {
-            tables.push_back(st.getColumn(0).getString());
-        }
-    }
-    if (tables.empty()) {
+    const auto hasTables = [&db] {
+        SQLite::Statement st(db, "SELECT count(*) FROM sqlite_master WHERE type = 'table'");
+        st.executeStep();
+        return st.getColumn(0).getInt() > 0;
+    };
+    if (!hasTables()) {
+        // Two programs may open a new project's store at once: the one that takes the write
+        // lock second finds the table made, and checks it like any existing store.
         SQLite::Transaction tx(db, SQLite::TransactionBehavior::IMMEDIATE);
-        db.exec(std::string(kCreateTable));
+        if (!hasTables()) {
+            db.exec(std::string(kCreateTable));
+            tx.commit();
+            return;
+        }
         tx.commit();
-        return;
     }
     std::vector<std::string> columns;
     {

@@ -4,6 +4,9 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <algorithm>
+#include <latch>
+#include <mutex>
+#include <thread>
 
 #include "bars/steel_store.h"
 #include "core/error.h"
@@ -76,6 +79,35 @@ TEST_F(SteelStore, FirstOpenCreatesTheTableWithItsFieldsAndIndexes) {
     // Reopening an existing store keeps it.
     IronDatabase again = IronDatabase::open(project());
     EXPECT_EQ(again.itemCount(), 0u);
+}
+
+TEST_F(SteelStore, TwoProgramsOpeningANewStoreAtOnceBothGetIt) {
+    // Two connections racing to make the table of a new store: the second must find the
+    // table made by the first, not fail with "table SteelQntTable already exists". Many
+    // rounds, each on a fresh folder, so that the race window is hit.
+    int failures = 0;
+    std::string first;
+    for (int round = 0; round < 40; ++round) {
+        const fs::path folder = m_dir / ("p" + std::to_string(round));
+        fs::create_directories(folder);
+        std::latch start(2);
+        std::mutex m;
+        auto open = [&] {
+            start.arrive_and_wait();
+            try {
+                IronDatabase::open(folder).itemCount();
+            } catch (const FileError& e) {
+                const std::lock_guard lock(m);
+                ++failures;
+                first = first.empty() ? e.what() : first;
+            }
+        };
+        std::thread a(open);
+        std::thread b(open);
+        a.join();
+        b.join();
+    }
+    EXPECT_EQ(failures, 0) << first;
 }
 
 TEST_F(SteelStore, SavingByKeyEditsInPlaceOrAdds) {
