@@ -86,7 +86,10 @@ std::int16_t toInt16(const json& v, const std::string& where, const std::string&
     if (!v.is_number_integer()) {
         fail(where, fmt::format("{} must be a whole number", key));
     }
-    if (v.get<std::int64_t>() < -32768 || v.get<std::int64_t>() > 32767) {
+    // A whole number of 2^63 or more comes as unsigned: read as signed it would wrap to a
+    // small or negative number, so it is compared as it stands.
+    if ((v.is_number_unsigned() && v.get<std::uint64_t>() > 32767U) ||
+        v.get<std::int64_t>() < -32768 || v.get<std::int64_t>() > 32767) {
         fail(where, fmt::format("{} must be a whole number from -32768 to 32767", key));
     }
     return static_cast<std::int16_t>(v.get<std::int64_t>());

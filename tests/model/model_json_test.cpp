@@ -105,6 +105,11 @@ TEST(ModelJsonRead, MessagesNameBeamSpanAndField) {
         {"line break in a name", "/floors/0/beams/0/name", "B1\nB2",
          "Floor 1, beam 1 (B1\nB2): name holds a control character"},
         {"wrong version", "/version", 2, "The model: version must be 1."},
+        // 2^64 - 1 read as a signed 64-bit number would be -1, a plausible support code.
+        {"huge whole number", "/floors/0/beams/0/supports/0/code",
+         json(std::uint64_t{18446744073709551615U}), "code must be a whole number from -32768"},
+        {"settings value of stored blanks", "/floors/0/beams/0/settings/MomFiTxt", 1.35e-19,
+         "the setting MomFiTxt is 1.35e-19: it must be 0 (the code's value) or from 0.5 to 1"},
     };
     for (const Case& c : cases) {
         json model = twoSpanModel();
