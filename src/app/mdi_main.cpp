@@ -562,6 +562,7 @@ void MdiMain::openProject() {
 }
 
 void MdiMain::projectChanged() {
+    showStartupWarnings();
     openParameterFile();
     try {
         shell::saveLastProjectState(m_shell);

@@ -204,6 +204,37 @@ void saveFileAtomically(const fs::path& target, std::string_view bytes,
     saveFileAtomically(target, std::vector<std::uint8_t>(bytes.begin(), bytes.end()), beforeRename);
 }
 
+std::vector<std::string> removeStaleTemporaries(const fs::path& folder,
+                                                fs::file_time_type now) {
+    std::vector<std::string> alone;
+    std::error_code ec;
+    for (auto it = fs::directory_iterator(folder, ec); !ec && it != fs::directory_iterator();
+         it.increment(ec)) {
+        const std::string name = it->path().filename().string();
+        // "." + target + ".tmp" + 1 to 6 digits.
+        const std::size_t tmp = name.rfind(".tmp");
+        if (name.size() < 2 || name[0] != '.' || tmp == std::string::npos || tmp < 2 ||
+            name.size() - tmp - 4 < 1 || name.size() - tmp - 4 > 6 ||
+            name.find_first_not_of("0123456789", tmp + 4) != std::string::npos) {
+            continue;
+        }
+        std::error_code fileEc;
+        if (!it->is_regular_file(fileEc)) {
+            continue;
+        }
+        const fs::file_time_type written = it->last_write_time(fileEc);
+        if (fileEc || now - written < kStaleTemporaryAge) {
+            continue;
+        }
+        const std::string target = name.substr(1, tmp - 1);
+        const bool targetExists = fs::exists(folder / target, fileEc);
+        if (fs::remove(it->path(), fileEc) && !targetExists) {
+            alone.push_back(target);
+        }
+    }
+    return alone;
+}
+
 void makeFolder(const fs::path& folder) {
     std::error_code ec;
     if (fs::is_directory(folder, ec)) {

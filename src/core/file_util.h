@@ -2,6 +2,7 @@
 // Projects come from Windows machines, so a name may differ in case from what the code builds.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -63,6 +64,18 @@ void syncFile(const std::filesystem::path& path);
 /// Flushes every written file of the file system that holds `folder` to disk, in one call
 /// (syncfs where the host has it, else a whole sync).
 void flushFileSystem(const std::filesystem::path& folder);
+
+/// How old a temporary of an interrupted save must be before it counts as stale: saves take
+/// milliseconds, and a design run keeps its staged temporaries for seconds.
+inline constexpr std::chrono::minutes kStaleTemporaryAge{10};
+
+/// Removes the temporaries of interrupted saves in `folder` (".NAME.tmpNNNNNN", the names
+/// writeTemporaryBeside gives) last written at least kStaleTemporaryAge before `now`. Returns
+/// the names of the files whose temporary stood alone: a first save of that file was cut
+/// off, and nothing holds it. Errors of the folder are not reported (a temporary that cannot
+/// be removed stays).
+std::vector<std::string> removeStaleTemporaries(const std::filesystem::path& folder,
+                                                std::filesystem::file_time_type now);
 
 /// Creates a folder and its parents; a folder that exists already is not an error. Throws
 /// FileError when it cannot be created.

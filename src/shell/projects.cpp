@@ -166,6 +166,14 @@ void loadCurrentProject(ShellState& shell) {
     const fs::path path = shell.projectPath();
     ProjectRecord record = readProjectRecord(path);
     createScratchFolder(path);
+    // Saves cut off by a crash or a kill leave their temporaries; the file each one was for is
+    // whole (the old or the new one), unless it was being written for the first time.
+    for (const std::string& name :
+         core::removeStaleTemporaries(path, fs::file_time_type::clock::now())) {
+        shell.warnings.push_back("A save of " + name + " in the project was cut off before the "
+                                 "file was first written; the file is not there. Enter its data "
+                                 "again.");
+    }
     shell.sheetName = record.sheetName;
     shell.outputName = record.outputName;
     shell.outputNumber = record.outputNumber;

@@ -40,7 +40,9 @@ void openProject(ShellState& shell, const std::filesystem::path& projectPath);
 
 /// Reads GEN.CST of the shell's current project into the shell (record, sheet name, output
 /// name and number; a blank sheet name of a valid record is written back as "Sheet1"), sets
-/// the work folder from it and creates TMPDIR. Throws FileError when the record or the
+/// the work folder from it, creates TMPDIR and removes the stale temporaries of interrupted
+/// saves (core::removeStaleTemporaries), adding a warning for each file whose first save was
+/// cut off. Throws FileError when the record or the
 /// folder cannot be written.
 void loadCurrentProject(ShellState& shell);
 

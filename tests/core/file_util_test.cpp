@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <stdexcept>
@@ -98,6 +99,29 @@ TEST(SafeSave, FolderStandingAsTargetIsAFileError) {
     EXPECT_THROW(saveFileAtomically(dir / "missing" / "GEN.CST", std::string_view("new")),
                  FileError);
     EXPECT_FALSE(fs::exists(dir / "missing"));
+}
+
+TEST(SafeSave, StaleTemporariesOfCutOffSavesAreRemovedAndALoneOneIsNamed) {
+    test::TempDir dir;
+    const auto now = fs::file_time_type::clock::now();
+    const auto write = [&](const std::string& name, fs::file_time_type when) {
+        test::writeBytes(dir / name, "x");
+        fs::last_write_time(dir / name, when);
+    };
+    test::writeBytes(dir / "BEAMS.1", "whole");
+    write(".BEAMS.1.tmp123456", now - std::chrono::hours(1));  // the file is there: silent
+    write(".CIELS.DAT.tmp42", now - std::chrono::hours(1));    // a first save cut off
+    write(".GEN.CST.tmp7", now - std::chrono::seconds(30));     // a save under way: kept
+    write(".hidden", now - std::chrono::hours(1));              // not a temporary of ours
+    write("notes.tmp1", now - std::chrono::hours(1));           // no leading dot
+    write(".A.tmp1234567", now - std::chrono::hours(1));        // seven digits: not ours
+    EXPECT_EQ(removeStaleTemporaries(dir.path(), now), (std::vector<std::string>{"CIELS.DAT"}));
+    EXPECT_FALSE(fs::exists(dir / ".BEAMS.1.tmp123456"));
+    EXPECT_FALSE(fs::exists(dir / ".CIELS.DAT.tmp42"));
+    for (const char* kept : {".GEN.CST.tmp7", ".hidden", "notes.tmp1", ".A.tmp1234567"}) {
+        EXPECT_TRUE(fs::exists(dir / kept)) << kept;
+    }
+    EXPECT_EQ(test::readBytes(dir / "BEAMS.1"), "whole");
 }
 
 TEST(FileLookup, FindsAFileWhateverItsCase) {

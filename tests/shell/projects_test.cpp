@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 
 #include "core/error.h"
 #include "support/temp_dir.h"
@@ -109,9 +110,18 @@ TEST_F(Projects, OpenReadsTheRecordCleansScratchAndEmptyFiles) {
     test::writeBytes(job / "DRAW.BMP", "picture");
     test::writeBytes(job / "DRAW.DAT", "the project's drawing");
     test::writeBytes(job / "TMPDIR" / "DRAW.DAT", "scratch drawing");
+    // Two saves killed an hour ago: one of BEAMS.1, which is whole, and the first save of
+    // CIELS.DAT, which never came to be; only the second is worth a word.
+    const auto hourAgo = fs::file_time_type::clock::now() - std::chrono::hours(1);
+    for (const char* temp : {".BEAMS.1.tmp123456", ".CIELS.DAT.tmp99"}) {
+        test::writeBytes(job / temp, "half");
+        fs::last_write_time(job / temp, hourAgo);
+    }
 
     ShellState shell;
     openProject(shell, job);
+    ASSERT_EQ(shell.warnings.size(), 1u);
+    EXPECT_NE(shell.warnings[0].find("CIELS.DAT"), std::string::npos) << shell.warnings[0];
     EXPECT_EQ(shell.last.projectPath, job.string());
     EXPECT_EQ(shell.projectName, "job.prj");
     EXPECT_TRUE(shell.project.valid);
