@@ -165,12 +165,12 @@ struct SettingBounds {
     float most;
 };
 constexpr SettingBounds kSettingBounds[] = {
-    {"MomFiTxt", 0.5f, 1.0f},  {"ShearFiTxt", 0.5f, 1.0f}, {"FacRmaxTxt", 0.1f, 1.0f},
-    {"FacRminTxt", 1.0f, 100.0f}, {"VsMinTxt", 0.5f, 50.0f}, {"LdfactTxt", 0.1f, 5.0f},
-    {"DeflTxt", 60.0f, 5000.0f}, {"MINDIST", 1.0f, 30.0f},  {"MINDCALC", 3.0f, 60.0f},
-    {"MAXDCALC", 3.0f, 60.0f},  {"SDIAMTXT", 3.0f, 40.0f}, {"SSPCTXT", 2.0f, 100.0f},
+    {"MomFiTxt", 0.5f, 1.0f},     {"ShearFiTxt", 0.5f, 1.0f}, {"FacRmaxTxt", 0.1f, 1.0f},
+    {"FacRminTxt", 1.0f, 100.0f}, {"VsMinTxt", 0.5f, 50.0f},  {"LdfactTxt", 0.1f, 5.0f},
+    {"DeflTxt", 60.0f, 5000.0f},  {"MINDIST", 1.0f, 30.0f},   {"MINDCALC", 3.0f, 60.0f},
+    {"MAXDCALC", 3.0f, 60.0f},    {"SDIAMTXT", 3.0f, 40.0f},  {"SSPCTXT", 2.0f, 100.0f},
     {"MinSSPCTXT", 1.0f, 100.0f}, {"WIDTHLNK", 5.0f, 500.0f}, {"DSTXT", 3.0f, 60.0f},
-    {"THIKTXT", 1.0f, 100.0f},  {"FACDEADL", 0.1f, 5.0f}, {"FACDAYNL", 0.1f, 5.0f},
+    {"THIKTXT", 1.0f, 100.0f},    {"FACDEADL", 0.1f, 5.0f},   {"FACDAYNL", 0.1f, 5.0f},
 };
 
 } // namespace
@@ -389,13 +389,18 @@ std::vector<BeamRecord> readBeamFile(const fs::path& projectFolder, int floor) {
     return beams;
 }
 
-void writeBeamFile(const fs::path& projectFolder, int floor, const std::vector<BeamRecord>& beams) {
+core::RecordFile beamFileImage(const fs::path& projectFolder, int floor,
+                               const std::vector<BeamRecord>& beams) {
     core::RecordFile file(core::resolveNoCase(projectFolder, floors::beamFileName(floor)),
                           kBeamRecordLength);
     for (std::size_t i = 0; i < beams.size(); ++i) {
         file.write(i + 1, encodeBeamRecord(beams[i]));
     }
-    file.save();
+    return file;
+}
+
+void writeBeamFile(const fs::path& projectFolder, int floor, const std::vector<BeamRecord>& beams) {
+    beamFileImage(projectFolder, floor, beams).save();
 }
 
 BeamAnalysisInput analysisInput(const BeamRecord& b, int caseScheme) {

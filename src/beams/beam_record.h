@@ -138,6 +138,9 @@ std::string validateBeam(const BeamRecord& record);
 /// The beams of a floor in record order (records not in use are skipped). A missing file gives
 /// none. Throws FileError when the file cannot be read or a record is corrupt.
 std::vector<BeamRecord> readBeamFile(const std::filesystem::path& projectFolder, int floor);
+/// The beam file of a floor as it would be written (see writeBeamFile), nothing written.
+core::RecordFile beamFileImage(const std::filesystem::path& projectFolder, int floor,
+                               const std::vector<BeamRecord>& beams);
 /// Replaces the floor's beam file with these beams, record n holding beams[n − 1].
 void writeBeamFile(const std::filesystem::path& projectFolder, int floor,
                    const std::vector<BeamRecord>& beams);

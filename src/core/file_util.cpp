@@ -204,8 +204,7 @@ void saveFileAtomically(const fs::path& target, std::string_view bytes,
     saveFileAtomically(target, std::vector<std::uint8_t>(bytes.begin(), bytes.end()), beforeRename);
 }
 
-std::vector<std::string> removeStaleTemporaries(const fs::path& folder,
-                                                fs::file_time_type now) {
+std::vector<std::string> removeStaleTemporaries(const fs::path& folder, fs::file_time_type now) {
     std::vector<std::string> alone;
     std::error_code ec;
     for (auto it = fs::directory_iterator(folder, ec); !ec && it != fs::directory_iterator();

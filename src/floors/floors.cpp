@@ -43,6 +43,10 @@ std::vector<Floor> readFloors(const fs::path& projectFolder) {
 }
 
 void writeFloors(const fs::path& projectFolder, const std::vector<Floor>& floors) {
+    floorsFileImage(projectFolder, floors).save();
+}
+
+core::RecordFile floorsFileImage(const fs::path& projectFolder, const std::vector<Floor>& floors) {
     core::RecordFile file(core::resolveNoCase(projectFolder, kFloorsFile), kFloorLayout.size);
     for (std::size_t i = 0; i < floors.size(); ++i) {
         core::RecordBuffer rec = core::blankRecord(kFloorLayout);
@@ -53,7 +57,7 @@ void writeFloors(const fs::path& projectFolder, const std::vector<Floor>& floors
         rec.setSingle(kFloorLayout["thicknessCm"], floors[i].thicknessCm);
         file.write(i + 1, rec);
     }
-    file.save();
+    return file;
 }
 
 std::string validateFloors(const std::vector<Floor>& floors) {

@@ -43,6 +43,10 @@ std::vector<Floor> readFloors(const std::filesystem::path& projectFolder);
 /// Precondition: the floors passed validateFloors.
 void writeFloors(const std::filesystem::path& projectFolder, const std::vector<Floor>& floors);
 
+/// CIELS.DAT as writeFloors would write it, nothing written.
+core::RecordFile floorsFileImage(const std::filesystem::path& projectFolder,
+                                 const std::vector<Floor>& floors);
+
 /// An empty string when the floors can be stored, else a sentence naming the bad floor.
 std::string validateFloors(const std::vector<Floor>& floors);
 

@@ -6,6 +6,7 @@
 
 #include "core/error.h"
 #include "core/file_util.h"
+#include "core/output_batch.h"
 
 namespace fs = std::filesystem;
 
@@ -32,17 +33,26 @@ void writeProjectModel(const fs::path& projectFolder, const ProjectModel& model)
                                          floors::beamFileName(fm.floor.number)));
         }
     }
-    // Beam files first, the floor list last: a project with CIELS.DAT is a finished import.
+    // All or nothing: every file's temporary is written and flushed before the first takes
+    // its name, so a full disk or a bad write leaves the project as it was, and a kill leaves
+    // only temporaries, which opening the project clears. The floor list is renamed last: a
+    // project with CIELS.DAT is a finished import.
+    std::vector<core::OutputFile> files;
+    const auto add = [&files](const core::RecordFile& file) {
+        const std::vector<std::uint8_t> image = file.image();
+        files.push_back({file.path(), std::string(image.begin(), image.end())});
+    };
     for (const FloorModel& fm : model.floors) {
         if (!fm.beams.empty()) {
-            beams::writeBeamFile(projectFolder, fm.floor.number, fm.beams);
+            add(beams::beamFileImage(projectFolder, fm.floor.number, fm.beams));
         }
     }
     std::vector<floors::Floor> list;
     for (const auto& fm : model.floors) {
         list.push_back(fm.floor);
     }
-    floors::writeFloors(projectFolder, list);
+    add(floors::floorsFileImage(projectFolder, list));
+    core::saveTogether(files);
 }
 
 } // namespace orvak::model

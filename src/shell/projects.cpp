@@ -170,7 +170,8 @@ void loadCurrentProject(ShellState& shell) {
     // whole (the old or the new one), unless it was being written for the first time.
     for (const std::string& name :
          core::removeStaleTemporaries(path, fs::file_time_type::clock::now())) {
-        shell.warnings.push_back("A save of " + name + " in the project was cut off before the "
+        shell.warnings.push_back("A save of " + name +
+                                 " in the project was cut off before the "
                                  "file was first written; the file is not there. Enter its data "
                                  "again.");
     }

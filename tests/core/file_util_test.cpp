@@ -109,12 +109,12 @@ TEST(SafeSave, StaleTemporariesOfCutOffSavesAreRemovedAndALoneOneIsNamed) {
         fs::last_write_time(dir / name, when);
     };
     test::writeBytes(dir / "BEAMS.1", "whole");
-    write(".BEAMS.1.tmp123456", now - std::chrono::hours(1));  // the file is there: silent
-    write(".CIELS.DAT.tmp42", now - std::chrono::hours(1));    // a first save cut off
-    write(".GEN.CST.tmp7", now - std::chrono::seconds(30));     // a save under way: kept
-    write(".hidden", now - std::chrono::hours(1));              // not a temporary of ours
-    write("notes.tmp1", now - std::chrono::hours(1));           // no leading dot
-    write(".A.tmp1234567", now - std::chrono::hours(1));        // seven digits: not ours
+    write(".BEAMS.1.tmp123456", now - std::chrono::hours(1)); // the file is there: silent
+    write(".CIELS.DAT.tmp42", now - std::chrono::hours(1));   // a first save cut off
+    write(".GEN.CST.tmp7", now - std::chrono::seconds(30));   // a save under way: kept
+    write(".hidden", now - std::chrono::hours(1));            // not a temporary of ours
+    write("notes.tmp1", now - std::chrono::hours(1));         // no leading dot
+    write(".A.tmp1234567", now - std::chrono::hours(1));      // seven digits: not ours
     EXPECT_EQ(removeStaleTemporaries(dir.path(), now), (std::vector<std::string>{"CIELS.DAT"}));
     EXPECT_FALSE(fs::exists(dir / ".BEAMS.1.tmp123456"));
     EXPECT_FALSE(fs::exists(dir / ".CIELS.DAT.tmp42"));

@@ -1,11 +1,16 @@
 // Tests of the JSON model: messages that name the floor, beam, span and field; nothing written
 // for a bad model; singles that survive a write and a read; the demo model installs.
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <cmath>
+#include <csignal>
 
 #include "core/error.h"
 #include "model/model_json.h"
+#include "model/project_model.h"
 #include "model/shipped_data.h"
 #include "support/temp_dir.h"
 
@@ -153,6 +158,39 @@ TEST(ModelJsonImport, BadBeamWritesNothingAndNothingIsOverwritten) {
     EXPECT_EQ(fs::file_size(dir / "BEAMS.1"), before);
 }
 
+TEST(ModelJsonImport, AnImportCutOffByAFullDiskLeavesNothingAndCanBeRetried) {
+    // Floor 1 holds one beam (BEAMS.1: 16,699 bytes), floor 2 three (BEAMS.2: 50,097 bytes).
+    // A child process whose files may grow to 30,000 bytes stands for a disk that fills up
+    // while BEAMS.2 is written: the import fails, and must leave no BEAMS.1 behind to block
+    // the next try.
+    test::TempDir dir;
+    json model = twoSpanModel();
+    model["floors"].push_back(model["floors"][0]);
+    model["floors"][1]["number"] = 2;
+    model["floors"][1]["beams"].push_back(model["floors"][1]["beams"][0]);
+    model["floors"][1]["beams"].push_back(model["floors"][1]["beams"][0]);
+    const ProjectModel pm = modelFromJson(model);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{30000, 30000};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        try {
+            writeProjectModel(dir.path(), pm);
+        } catch (const FileError&) {
+            ::_exit(0);
+        }
+        ::_exit(1);
+    }
+    int status = -1;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 0) << "the import did not fail on the full disk";
+    EXPECT_TRUE(fs::is_empty(dir.path()));
+    writeProjectModel(dir.path(), pm);
+    EXPECT_EQ(readProjectModel(dir.path()).floors.size(), 2u);
+}
+
 TEST(ModelJsonWrite, SinglesReadBackExactly) {
     ProjectModel m = modelFromJson(twoSpanModel());
     BeamRecord& b = m.floors[0].beams[0];
@@ -161,7 +199,7 @@ TEST(ModelJsonWrite, SinglesReadBackExactly) {
     b.spans[1].loads[loadIndex(LoadKind::PartialUniform)].dead = 0.1f;
     b.fc = std::nextafter(1000.0f, 0.0f); // the largest single below the bound
     b.settings.MaxLenTxt = 3.4028235e38f; // a setting the design does not use yet
-    b.coverSideCm = -0.0f; // a negative zero keeps its sign bit
+    b.coverSideCm = -0.0f;                // a negative zero keeps its sign bit
 
     const json j = modelToJson(m);
     EXPECT_EQ(j["floors"][0]["beams"][0]["spans"][1]["loads"][0]["dead"].dump(), "0.1");
