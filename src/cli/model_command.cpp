@@ -1,15 +1,18 @@
 // orvak-cli model commands: import a JSON model of floors and beams into a project folder,
 // and export a project's floors and beams as JSON.
+#include <cctype>
 #include <fstream>
 #include <iostream>
 #include <memory>
 
 #include <fmt/format.h>
 
+#include "cli/cli_support.h"
 #include "cli/commands.h"
 #include "core/error.h"
 #include "core/file_util.h"
 #include "model/model_json.h"
+#include "shell/projects.h"
 
 namespace fs = std::filesystem;
 
@@ -25,6 +28,26 @@ fs::path projectFolder(const std::string& folder) {
     return fs::path(folder);
 }
 
+// A model written over a file of a project (BEAMS.1, GEN.CST, ...) would destroy its input:
+// inside a project folder only a .json file of the engineer's own may be written or replaced.
+void refuseProjectFile(const fs::path& output) {
+    const fs::path absolute = fs::absolute(output).lexically_normal();
+    const std::string folder = absolute.parent_path().filename().string();
+    std::error_code ec;
+    if (shell::isProjectFolderName(folder) && fs::exists(absolute, ec)) {
+        std::string ext = absolute.extension().string();
+        for (char& c : ext) {
+            c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        }
+        if (ext != ".json") {
+            throw InputError(fmt::format(
+                "{} is a file of the project {}: the model is not written over it; choose a file "
+                "outside the project or a name ending in .json.",
+                output.string(), absolute.parent_path().string()));
+        }
+    }
+}
+
 } // namespace
 
 void addModelCommands(CLI::App& app, CommandContext& context) {
@@ -38,7 +61,7 @@ void addModelCommands(CLI::App& app, CommandContext& context) {
         ->required();
     importCmd->callback([&context, importProject, importFile] {
         context.action = [importProject, importFile] {
-            const fs::path folder = projectFolder(*importProject);
+            const fs::path folder = existingProject(*importProject, true);
             const auto imported = model::modelFromJson(model::readJsonFile(*importFile));
             model::writeProjectModel(folder, imported);
             std::size_t beamCount = 0;
@@ -66,6 +89,7 @@ void addModelCommands(CLI::App& app, CommandContext& context) {
             if (exportFile->empty()) {
                 std::cout << text;
             } else {
+                refuseProjectFile(*exportFile);
                 core::saveFileAtomically(*exportFile, text);
             }
             return 0;

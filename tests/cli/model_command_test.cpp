@@ -87,6 +87,19 @@ TEST_F(CliModel, ImportExportImportGivesTheSameBytes) {
         EXPECT_FALSE(test::readBytes(a / name).empty()) << name;
     }
     EXPECT_FALSE(fs::exists(b / "BEAMS.1")); // a floor without beams has no beam file
+
+    // The model is never written over a file of a project, and goes only into projects.
+    const std::string beams3 = test::readBytes(a / "BEAMS.3");
+    const CliRun over = run({"export", a.string(), "-o", (a / "BEAMS.3").string()});
+    EXPECT_EQ(over.code, 1);
+    EXPECT_NE(over.err.find("is a file of the project"), std::string::npos) << over.err;
+    EXPECT_EQ(test::readBytes(a / "BEAMS.3"), beams3);
+    EXPECT_EQ(run({"export", a.string(), "-o", (a / "model.json").string()}).code, 0);
+    fs::create_directories(m_dir / "plain");
+    const CliRun notProject = run({"import", (m_dir / "plain").string(), again.string()});
+    EXPECT_EQ(notProject.code, 1);
+    EXPECT_NE(notProject.err.find("is not a project folder"), std::string::npos) << notProject.err;
+    EXPECT_TRUE(fs::is_empty(m_dir / "plain"));
 }
 
 TEST_F(CliModel, BadModelIsRefusedAndNothingWritten) {
