@@ -179,6 +179,11 @@ std::string validateBeam(const BeamRecord& b) {
     if (b.name.size() > field("name").width) {
         return fmt::format("the name is longer than {} characters", field("name").width);
     }
+    if (b.number > kMaxBeamsPerFloor) {
+        return fmt::format("a floor holds at most {} beams (the steel quantities number them in "
+                           "three digits); this is beam {}",
+                           kMaxBeamsPerFloor, b.number);
+    }
     if (b.spans.empty() || b.spans.size() > static_cast<std::size_t>(kMaxSpans)) {
         return fmt::format("a beam has 1 to {} spans, not {}", kMaxSpans, b.spans.size());
     }

@@ -27,6 +27,9 @@ inline constexpr float kDefaultLiveLoadMonths = 60.0f;
 inline constexpr float kMaxSpanLengthM = 50.0f;
 inline constexpr float kMaxSectionCm = 500.0f;
 inline constexpr float kMaxCoverCm = 20.0f;
+/// Beams of one floor: the steel quantities key a beam's items by its number in three digits
+/// ("01.002.999.0001.000"), so a floor holds beams 1 to 999 and no two share a key.
+inline constexpr int kMaxBeamsPerFloor = 999;
 inline constexpr float kMaxSupportWidthCm = 500.0f;
 inline constexpr float kMaxFcKgCm2 = 1000.0f;
 inline constexpr float kMaxFyKgCm2 = 10000.0f;

@@ -441,6 +441,11 @@ ProjectModel modelFromJson(const json& j) {
             if (!fj.at("beams").is_array()) {
                 fail(where, "beams must be an array");
             }
+            if (fj.at("beams").size() > static_cast<std::size_t>(beams::kMaxBeamsPerFloor)) {
+                fail(where, fmt::format("has {} beams; a floor holds at most {} (the steel "
+                                        "quantities number them in three digits)",
+                                        fj.at("beams").size(), beams::kMaxBeamsPerFloor));
+            }
             for (std::size_t n = 0; n < fj.at("beams").size(); ++n) {
                 const json& bj = fj.at("beams")[n];
                 std::string at = fmt::format("{}, beam {}", where, n + 1);

@@ -170,6 +170,9 @@ TEST(BeamRecordChecks, NameTheSpanAndField) {
     EXPECT_NE(problem([](BeamRecord& b) { b.settings.DSTXT[2] = 0.5f; }).find("DSTXT"),
               std::string::npos);
     EXPECT_EQ(problem([](BeamRecord& b) { b.settings.FacRmaxTxt = 0.75f; }), "");
+    // Record 1000 of a floor's file: its steel key would be beam 1's.
+    EXPECT_NE(problem([](BeamRecord& b) { b.number = 1000; }).find("at most 999 beams"),
+              std::string::npos);
 }
 
 TEST(BeamRecordAnalysisInput, ConvertsToKgAndCm) {

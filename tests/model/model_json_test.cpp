@@ -70,7 +70,17 @@ TEST(ModelJsonRead, MessagesNameBeamSpanAndField) {
         }
         return spans;
     }();
+    // Beam 1000 would share its steel items' key with beam 1 (three digits of the number).
+    const json thousandBeams = [] {
+        json beams = json::array();
+        for (int i = 0; i < 1000; ++i) {
+            beams.push_back(twoSpanModel()["floors"][0]["beams"][0]);
+        }
+        return beams;
+    }();
     const Case cases[] = {
+        {"a thousand beams on a floor", "/floors/0/beams", thousandBeams,
+         "Floor 1: has 1000 beams; a floor holds at most 999"},
         {"zero span", "/floors/0/beams/0/spans/1/length_m", 0,
          "Floor 1, beam 1 (B1), span 2: the length must be more than 0 m."},
         {"zero section", "/floors/0/beams/0/spans/0/section/dims_cm", json{0, 0, 0, 0, 0},
