@@ -8,6 +8,8 @@
 #include <cmath>
 #include <limits>
 
+#include <fmt/format.h>
+
 #include "core/error.h"
 #include "core/file_util.h"
 
@@ -120,6 +122,17 @@ std::int16_t toInt16(std::int32_t v, std::string_view what) {
 void requireFinite(float v, std::string_view what) {
     if (!std::isfinite(v)) {
         throw InputError("The " + std::string(what) + " of a steel item must be a number");
+    }
+}
+
+// A value no bar item can have (a negative count, 1e30 bars) would be summed into every
+// weight of the report: refused with the range it may take.
+void requireWithin(float v, float most, std::string_view what, std::string_view unit) {
+    requireFinite(v, what);
+    if (v < 0.0f || v > most) {
+        throw InputError(fmt::format("The {} of a steel item must be from 0 to {:g}{}; {:g} was "
+                                     "given",
+                                     what, most, unit, v));
     }
 }
 
@@ -304,9 +317,9 @@ std::string storedElementName(std::string_view element) {
 }
 
 SteelItem itemFromManual(const ManualItem& m) {
-    requireFinite(m.quantity, "quantity");
-    requireFinite(m.diameterMm, "diameter");
-    requireFinite(m.lengthCm, "length");
+    requireWithin(m.quantity, kMaxItemQuantity, "quantity", " bars");
+    requireWithin(m.diameterMm, kMaxItemDiameterMm, "diameter", " mm");
+    requireWithin(m.lengthCm, kMaxItemLengthCm, "length", " cm");
     SteelItem it;
     it.general = static_cast<std::int16_t>(m.kind);
     it.slab = toInt16(m.slab, "slab number");

@@ -79,10 +79,17 @@ struct ManualItem {
     std::string description;
 };
 
+/// What a bar item may hold: bars, their diameter and the length of one; each fits its
+/// column of the reports ("#####", "##.##", "####.##").
+inline constexpr float kMaxItemQuantity = 99'999.0f;
+inline constexpr float kMaxItemDiameterMm = 99.0f;
+inline constexpr float kMaxItemLengthCm = 9'999.0f;
+
 /// The row a manual item is saved as. Its key is made of (kind, slab, element number, mark,
 /// sub-building) in that order, each cut to its place; the element name is cut to 10
 /// characters and right-trimmed; the description is trimmed on both sides and cut to 25.
-/// Throws InputError when a number does not fit a 16-bit field or a value is not finite.
+/// Throws InputError when a number does not fit a 16-bit field, or the quantity, diameter or
+/// length is not a number from 0 to its maximum above.
 SteelItem itemFromManual(const ManualItem& manual);
 
 /// The element name as stored and looked up: its first 10 characters, trailing blanks cut.

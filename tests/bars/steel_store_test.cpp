@@ -162,6 +162,16 @@ TEST_F(SteelStore, ManualItemsAreCutToTheirFieldsAndWideKeysCollide) {
     EXPECT_EQ(db.saveItem(itemFromManual(m)), IronDatabase::SaveKind::Edited);
     m.mark = 40000; // does not fit the 16-bit mark field
     EXPECT_THROW(itemFromManual(m), InputError);
+    m.mark = 7;
+    // 1e30 bars, or a negative count or diameter, would reach every total of the report.
+    for (const auto& [quantity, diameter] :
+         {std::pair{1e30f, 10.0f}, std::pair{-4.0f, 10.0f}, std::pair{4.0f, -10.0f}}) {
+        m.quantity = quantity;
+        m.diameterMm = diameter;
+        EXPECT_THROW(itemFromManual(m), InputError) << quantity << " x " << diameter;
+    }
+    m.quantity = 9.0f;
+    m.diameterMm = 10.0f;
     EXPECT_EQ(db.itemCount(), 1u);
     EXPECT_EQ(db.findItem("01.002.015.0007.000")->quantity, 9.0f);
 
