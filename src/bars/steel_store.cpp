@@ -5,6 +5,7 @@
 #include <sqlite3.h>
 
 #include <SQLiteCpp/SQLiteCpp.h>
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -335,6 +336,15 @@ SteelItem itemFromManual(const ManualItem& m) {
     it.shape = toInt16(m.shape, "shape number");
     it.sheet = toInt16(m.sheet, "sheet number");
     it.description = cutBytes(trimBlanks(m.description), kDescriptionWidth);
+    for (const auto& [text, what] : {std::pair{std::string_view(it.element), "element name"},
+                                     std::pair{std::string_view(it.description), "description"}}) {
+        if (std::any_of(text.begin(), text.end(),
+                        [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; })) {
+            throw InputError(fmt::format("The {} of a steel item holds a control character (a "
+                                         "NUL, a line break, a tab ...)",
+                                         what));
+        }
+    }
     return it;
 }
 

@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <iostream>
 
+#include <fmt/format.h>
+
 #include "core/error.h"
 #include "core/file_util.h"
 #include "shell/projects.h"
@@ -53,6 +55,17 @@ fs::path existingProject(const std::string& folder, bool mustBeProject) {
 void noteBuiltInBarTable() {
     std::cerr << "The program folder has no bar table (GENERAL/ROUNDBAR.DAT); the built-in "
                  "table is used.\n";
+}
+
+std::string projectText(std::string_view utf8, core::CodePage page, std::string_view what) {
+    if (auto bytes = core::fromUtf8Exact(utf8, page)) {
+        return *std::move(bytes);
+    }
+    throw InputError(fmt::format("The {} \"{}\" holds a character that the project's code page "
+                                 "({}) cannot keep.",
+                                 what, utf8,
+                                 page == core::CodePage::Windows1255 ? "Windows-1255, Hebrew"
+                                                                     : "Windows-1252, English"));
 }
 
 } // namespace orvak::cli

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 
 #include "core/codepage.h"
 
@@ -22,5 +23,9 @@ std::filesystem::path existingProject(const std::string& folder, bool mustBeProj
 /// Tells the user, on standard error, that the built-in bar table stands in for a program
 /// folder that has none.
 void noteBuiltInBarTable();
+
+/// A text typed on the command line as the project's single-byte text. Throws InputError,
+/// naming `what`, when a character has no byte in the code page (it would be stored as "?").
+std::string projectText(std::string_view utf8, core::CodePage page, std::string_view what);
 
 } // namespace orvak::cli

@@ -64,7 +64,7 @@ int runAdd(const AddOptions& o) {
     manual.kind = o.kind == "slab"      ? bars::ElementKind::Slab
                   : o.kind == "footing" ? bars::ElementKind::Footing
                                         : bars::ElementKind::Extra;
-    manual.element = core::fromUtf8(o.element, page);
+    manual.element = projectText(o.element, page, "element name");
     manual.subBuilding = o.subBuilding;
     manual.slab = o.slab;
     manual.elementNumber = o.elementNumber;
@@ -75,7 +75,7 @@ int runAdd(const AddOptions& o) {
     manual.shape = o.shape;
     manual.sheet = o.sheet;
     manual.barKind = o.barKind;
-    manual.description = core::fromUtf8(o.description, page);
+    manual.description = projectText(o.description, page, "description");
     const bars::SteelItem item = bars::itemFromManual(manual);
 
     bars::IronDatabase db = bars::OpenIronDatabase(project);

@@ -176,4 +176,20 @@ std::string fromUtf8(std::string_view utf8, CodePage page, char replacement) {
     return out;
 }
 
+std::optional<std::string> fromUtf8Exact(std::string_view utf8, CodePage page) {
+    const UpperHalf& table = tableOf(page);
+    std::string out;
+    out.reserve(utf8.size());
+    std::size_t pos = 0;
+    while (pos < utf8.size()) {
+        // A malformed sequence decodes to U+FFFD, which no single-byte page holds.
+        const unsigned char b = encode(decodeUtf8(utf8, pos), table);
+        if (b == 0) {
+            return std::nullopt;
+        }
+        out += static_cast<char>(b);
+    }
+    return out;
+}
+
 } // namespace orvak::core

@@ -104,10 +104,11 @@ std::string singleByteText(const json& obj, const std::string& where, const char
         fail(where, fmt::format("{} must be a text", key));
     }
     const auto utf8 = obj.at(key).get<std::string>();
-    const std::string bytes = core::fromUtf8(utf8, core::CodePage::Windows1252);
-    if (core::toUtf8(bytes, core::CodePage::Windows1252) != utf8) {
+    const std::optional<std::string> exact = core::fromUtf8Exact(utf8, core::CodePage::Windows1252);
+    if (!exact) {
         fail(where, fmt::format("{} holds a character that the project files cannot keep", key));
     }
+    const std::string& bytes = *exact;
     if (std::any_of(bytes.begin(), bytes.end(),
                     [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; })) {
         fail(where, fmt::format("{} holds a control character (a line break, a tab ...)", key));

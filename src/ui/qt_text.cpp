@@ -17,4 +17,10 @@ std::string fromQString(const QString& text, std::string_view language) {
                           core::codePageForLanguage(language));
 }
 
+std::optional<std::string> fromQStringExact(const QString& text, std::string_view language) {
+    const QByteArray utf8 = text.toUtf8();
+    return core::fromUtf8Exact(std::string_view(utf8.constData(), static_cast<size_t>(utf8.size())),
+                               core::codePageForLanguage(language));
+}
+
 } // namespace orvak::ui

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -12,5 +13,8 @@ namespace orvak::ui {
 QString toQString(std::string_view bytes, std::string_view language);
 /// A QString typed by the user as single-byte text of the language's code page.
 std::string fromQString(const QString& text, std::string_view language);
+/// The same, only when every character has its own byte in the language's code page; empty
+/// when one does not (a Hebrew name under English), so that the form can refuse it.
+std::optional<std::string> fromQStringExact(const QString& text, std::string_view language);
 
 } // namespace orvak::ui

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "bars/steel_store.h"
 #include "cli/cli_runner.h"
 #include "support/temp_dir.h"
 
@@ -87,6 +88,15 @@ TEST_F(CliSteel, AddKeepsOddNamesAndChangesTheItemOfTheSameKey) {
     EXPECT_EQ(again.out, "Changed item 03.000.000.0004.000 of O'Brien-Be.\n");
     const auto slab = add("S1", "4", "1", "10", "100", {"--kind", "slab", "--slab", "2"});
     EXPECT_EQ(slab.out, "Added item 01.002.000.0004.000 of S1.\n");
+    // A Hebrew name under the English setting would be stored as "??": refused, and 1e30
+    // bars too; nothing is stored.
+    const auto hebrew = add("\xD7\xA7\xD7\x95\xD7\xA8\xD7\x94", "5", "1", "10", "100");
+    EXPECT_EQ(hebrew.code, 1);
+    EXPECT_NE(hebrew.err.find("cannot keep"), std::string::npos) << hebrew.err;
+    const auto huge = add("B9", "5", "1e30", "10", "100");
+    EXPECT_EQ(huge.code, 1);
+    EXPECT_NE(huge.err.find("quantity"), std::string::npos) << huge.err;
+    EXPECT_EQ(bars::OpenIronDatabase(project()).itemCount(), 2u);
 }
 
 TEST_F(CliSteel, BadStoresAndAMissingBarTableStopWithOneSentence) {

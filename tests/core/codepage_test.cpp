@@ -83,6 +83,14 @@ TEST(CodePage, CharactersThePageCannotHold) {
     EXPECT_EQ(fromUtf8("\xCE\xA9", w1252, '_'), "_") << "omega, with the caller's replacement";
     EXPECT_EQ(fromUtf8("\xF0\x9F\x98\x80", w1252), "?") << "one replacement for four bytes";
     EXPECT_EQ(fromUtf8(std::string("a\0b", 3), w1252), std::string("a\0b", 3));
+
+    // What the user types into a name: refused rather than stored as "?".
+    EXPECT_FALSE(fromUtf8Exact("\xD7\x90", w1252)) << "alef under 1252";
+    EXPECT_EQ(fromUtf8Exact("\xD7\x90", w1255), "\xE0") << "alef under 1255";
+    EXPECT_EQ(fromUtf8Exact("caf\xC3\xA9", w1252), "caf\xE9");
+    EXPECT_FALSE(fromUtf8Exact(std::string("a\0b", 3), w1252)) << "an embedded NUL";
+    EXPECT_FALSE(fromUtf8Exact("a\xC3", w1252)) << "malformed UTF-8";
+    EXPECT_EQ(fromUtf8Exact("", w1252), "");
 }
 
 TEST(CodePage, MalformedUtf8BecomesReplacement) {

@@ -486,9 +486,18 @@ std::optional<bars::SteelItem> SteelUpd::itemFromFields() {
     const auto number = [this](Field f) {
         return static_cast<float>(field(f)->text().trimmed().toDouble());
     };
+    // A character the project's code page cannot hold would be stored as "?": refused.
+    const auto element = ui::fromQStringExact(m_element->currentText().trimmed(), language);
+    const auto description = ui::fromQStringExact(field(Field::Description)->text(), language);
+    if (!element || !description) {
+        tell(QStringLiteral("The %1 holds a character that the project's language cannot keep "
+                            "in its files.")
+                 .arg(element ? QStringLiteral("description") : QStringLiteral("element name")));
+        return std::nullopt;
+    }
     bars::ManualItem manual;
     manual.kind = elementKind();
-    manual.element = ui::fromQString(m_element->currentText().trimmed(), language);
+    manual.element = *element;
     manual.slab = integer(Field::Slab);
     manual.elementNumber = integer(Field::ElementNumber);
     manual.subBuilding = integer(Field::SubBuilding);
@@ -499,7 +508,7 @@ std::optional<bars::SteelItem> SteelUpd::itemFromFields() {
     manual.shape = integer(Field::Shape);
     manual.sheet = integer(Field::Sheet);
     manual.barKind = std::max(0, m_barKindGroup->checkedId());
-    manual.description = ui::fromQString(field(Field::Description)->text(), language);
+    manual.description = *description;
     try {
         return bars::itemFromManual(manual);
     } catch (const InputError& e) {
