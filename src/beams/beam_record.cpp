@@ -297,6 +297,9 @@ std::string validateBeam(const BeamRecord& b) {
         if (!positiveValue(span.lengthM)) {
             return fmt::format("span {}: the length must be more than 0 m", n);
         }
+        if (span.lengthM < kMinSpanLengthM) {
+            return fmt::format("span {}: the length must be at least {} m", n, kMinSpanLengthM);
+        }
         if (span.lengthM > kMaxSpanLengthM) {
             return fmt::format("span {}: the length must be at most {} m", n, kMaxSpanLengthM);
         }

@@ -25,6 +25,9 @@ inline constexpr float kDefaultLiveLoadMonths = 60.0f;
 /// Bounds of a stored beam beyond which an entry can only be a slip of the keyboard or a
 /// damaged file: they keep every number of the design and its listings within its masks.
 inline constexpr float kMaxSpanLengthM = 50.0f;
+/// The shortest span: a piece shorter than 10 cm is a slip (1e-45 m), whose stiffness L³
+/// would leave the equations without meaning.
+inline constexpr float kMinSpanLengthM = 0.1f;
 inline constexpr float kMaxSectionCm = 500.0f;
 inline constexpr float kMaxCoverCm = 20.0f;
 /// Beams of one floor: the steel quantities key a beam's items by its number in three digits

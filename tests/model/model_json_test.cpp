@@ -113,6 +113,8 @@ TEST(ModelJsonRead, MessagesNameBeamSpanAndField) {
          "Floor 1, beam 1 (B1): no joint is supported"},
         {"no live load", "/floors/0/beams/0/settings/FACDAYNL", json{0, 0},
          "the first live-load factor FACDAYNL must be more than 0."},
+        {"span below reason", "/floors/0/beams/0/spans/0/length_m", 1e-45,
+         "Floor 1, beam 1 (B1), span 1: the length must be at least 0.1 m."},
         {"span beyond reason", "/floors/0/beams/0/spans/0/length_m", 1e6,
          "Floor 1, beam 1 (B1), span 1: the length must be at most 50 m."},
         {"load beyond reason", "/floors/0/beams/0/spans/0/loads/0/dead", 1e9,
