@@ -36,6 +36,14 @@ std::size_t JobResult::failing() const {
 
 JobResult runDesignJob(const std::filesystem::path& projectFolder,
                        const std::vector<JobElement>& elements, const JobObserver& observer) {
+    // A design would start a new steel store beside the old one, and the old items would never
+    // be imported: the engineer decides first.
+    if (bars::legacyImportOffered(projectFolder)) {
+        throw InputError("The project holds the steel quantities of an older version (Iron.MDB) "
+                         "that are not imported yet. Import them first ('orvak-cli steel "
+                         "import' or the steel forms), or move Iron.MDB out of the project "
+                         "folder, then design again.");
+    }
     JobResult result;
     core::OutputBatch batch(core::OutputBatch::Durability::PerRun);
     std::optional<bars::IronDatabase> store;

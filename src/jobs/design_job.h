@@ -78,7 +78,8 @@ struct JobResult {
 /// the run (files flushed, then renamed over their targets; the store's log checkpointed), so
 /// a power cut during a run may lose the run's outputs but never an input, and never leaves a
 /// sheet that looks whole and is not. Throws FileError when the store cannot be opened or the
-/// outputs cannot be put in place at the end.
+/// outputs cannot be put in place at the end, and InputError, before anything is designed,
+/// when the project holds an older Iron.MDB that is not imported yet.
 JobResult runDesignJob(const std::filesystem::path& projectFolder,
                        const std::vector<JobElement>& elements, const JobObserver& observer = {});
 

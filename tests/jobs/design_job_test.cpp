@@ -106,6 +106,18 @@ TEST_F(DesignJob, AFailedElementKeepsItsEarlierOutputsAndItems) {
     }
 }
 
+TEST_F(DesignJob, AnOldStoreNotYetImportedStopsTheRunBeforeANewOneIsMade) {
+    test::writeBytes(project() / "Iron.MDB", "an Access file of an older version");
+    try {
+        runDesignJob(project(), {element(1, 4)});
+        FAIL() << "a design started a new store beside Iron.MDB";
+    } catch (const InputError& e) {
+        EXPECT_NE(std::string(e.what()).find("Iron.MDB"), std::string::npos) << e.what();
+    }
+    EXPECT_FALSE(fs::exists(project() / "Iron.db"));
+    EXPECT_FALSE(fs::exists(project() / "E1.Analy"));
+}
+
 TEST_F(DesignJob, CancellingKeepsWhatIsDone) {
     int asked = 0;
     JobObserver observer;
