@@ -446,8 +446,17 @@ std::size_t IronDatabase::replaceElementItems(ElementKind kind, std::int16_t sla
             m_db->exec("RELEASE element");
             return added;
         } catch (...) {
-            m_db->exec("ROLLBACK TO element");
-            m_db->exec("RELEASE element");
+            try {
+                m_db->exec("ROLLBACK TO element");
+                m_db->exec("RELEASE element");
+            } catch (const SQLite::Exception&) {
+            }
+            // A full disk or an I/O error makes SQLite roll the whole group back: the elements
+            // before this one lost their items too, which the caller must know.
+            if (sqlite3_get_autocommit(m_db->getHandle()) != 0) {
+                m_inGroup = false;
+                m_groupLost = true;
+            }
             throw;
         }
     });
@@ -462,13 +471,26 @@ void IronDatabase::beginGroup() {
 void IronDatabase::commitGroup() {
     ORVAK_ASSERT(m_inGroup);
     m_inGroup = false;
-    guarded(m_path, [&] { m_db->exec("COMMIT"); });
+    try {
+        guarded(m_path, [&] { m_db->exec("COMMIT"); });
+    } catch (...) {
+        m_groupLost = true;
+        try {
+            m_db->exec("ROLLBACK");
+        } catch (const SQLite::Exception&) {
+        }
+        throw;
+    }
 }
 
 void IronDatabase::deferDurability() {
     guarded(m_path, [&] {
-        m_db->exec("PRAGMA journal_mode = WAL");
-        m_db->exec("PRAGMA synchronous = NORMAL");
+        // Only a write-ahead log keeps the store whole without a flush per commit; where the
+        // file system refuses one, the commits stay fully synced.
+        SQLite::Statement mode(*m_db, "PRAGMA journal_mode = WAL");
+        if (mode.executeStep() && mode.getColumn(0).getString() == "wal") {
+            m_db->exec("PRAGMA synchronous = NORMAL");
+        }
     });
 }
 

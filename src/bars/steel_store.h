@@ -155,6 +155,9 @@ public:
     /// as it was before the group.
     void beginGroup();
     void commitGroup();
+    /// True once a group was rolled back as a whole (a full disk, a failed commit): the items
+    /// of every element of that group are gone, not only those of the element that failed.
+    bool groupLost() const { return m_groupLost; }
 
     std::optional<SteelItem> findItem(std::string_view mainKey) const;
     /// `delqnt`: deletes the item of that key; false when there was none.
@@ -181,6 +184,7 @@ private:
     std::filesystem::path m_path;
     std::unique_ptr<SQLite::Database> m_db;
     bool m_inGroup = false;
+    bool m_groupLost = false;
 };
 
 /// `OpenIronDatabase` of the project folder.

@@ -83,6 +83,7 @@ BarChoice selectBars(double areaCm2, double widthCm, std::span<const bars::BarPr
         // Crack control: n bars of one layer stand (inside - db) / (n - 1) apart, centre to
         // centre. A full layer meets the rule as well as any arrangement can.
         bool crackGoverns = false;
+        bool crackMet = true;
         double crackLimit = 0.0;
         const double inside = insideWidthCm(widthCm, settings);
         if (need > 0.0 && settings.crackControlFyKgCm2 > 0.0) {
@@ -96,20 +97,31 @@ BarChoice selectBars(double areaCm2, double widthCm, std::span<const bars::BarPr
                 count = std::min(spread, perLayer);
                 crackGoverns = true;
             }
+            // A full layer is as close as the bars can stand; where even it is too sparse the
+            // rule cannot be met with this web and cover.
+            if (gaps > perLayer - 1 + core::kAbsoluteEqual &&
+                (inside - db) / (perLayer - 1) > crackLimit + core::kAbsoluteEqual) {
+                crackMet = false;
+            }
         }
         const int layers = (count + perLayer - 1) / perLayer;
         if (layers > maxLayers) {
             continue;
         }
         const double provided = count * static_cast<double>(bar.areaCm2);
-        const bool better =
-            !best.found || layers < best.layers ||
-            (layers == best.layers && (provided < best.areaCm2 - core::kAbsoluteEqual ||
-                                       (std::abs(provided - best.areaCm2) <= core::kAbsoluteEqual &&
-                                        dia > best.diameterMm)));
+        // A choice that keeps the crack-control spacing beats one that cannot; then the
+        // fewest layers, the least steel, the larger bar.
+        const bool better = !best.found || (crackMet && !best.crackControlMet) ||
+                            (crackMet == best.crackControlMet &&
+                             (layers < best.layers ||
+                              (layers == best.layers &&
+                               (provided < best.areaCm2 - core::kAbsoluteEqual ||
+                                (std::abs(provided - best.areaCm2) <= core::kAbsoluteEqual &&
+                                 dia > best.diameterMm)))));
         if (better) {
             best.found = true;
             best.crackControlGoverns = crackGoverns;
+            best.crackControlMet = crackMet;
             best.crackSpacingLimitCm = crackLimit;
             best.count = count;
             best.diameterMm = dia;

@@ -39,6 +39,9 @@ struct BarChoice {
     /// The crack-control spacing raised the count above what the area and the least bars ask.
     bool crackControlGoverns = false;
     double crackSpacingLimitCm = 0.0; ///< the largest centre spacing allowed (0: no check)
+    /// False when even a full layer stands farther apart than the crack-control limit (a
+    /// cover so large that the rule leaves almost no spacing): the design must say so.
+    bool crackControlMet = true;
 };
 
 /// The largest centre-to-centre spacing of the bars nearest a tension face for crack control

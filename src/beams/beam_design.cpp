@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/sheet.h"
 #include "core/tolerances.h"
 
 namespace orvak::beams {
@@ -164,6 +165,13 @@ BeamDesignResult designBeam(const BeamDesignInput& input) {
             }
             if (!fp.flexure.ok()) {
                 r.failures.push_back("Span " + std::to_string(i + 1) + ": " + fp.flexure.message);
+            }
+            if (fp.tensionBars.found && !fp.tensionBars.crackControlMet) {
+                r.failures.push_back(
+                    "Span " + std::to_string(i + 1) +
+                    ": the bars cannot keep the crack-control spacing of " +
+                    core::compactValue("##.#", fp.tensionBars.crackSpacingLimitCm).substr(1) +
+                    " cm; reduce the cover or widen the web.");
             }
             if (!fp.tensionBars.found) {
                 r.failures.push_back("Span " + std::to_string(i + 1) +

@@ -380,6 +380,13 @@ std::vector<BeamRecord> readBeamFile(const fs::path& projectFolder, int floor) {
         if (!rec.inUse()) {
             continue;
         }
+        if (n > static_cast<std::size_t>(kMaxBeamsPerFloor)) {
+            throw FileError(*path,
+                            fmt::format("A floor holds at most {} beams; this file has a beam in "
+                                        "record {}",
+                                        kMaxBeamsPerFloor, n),
+                            static_cast<std::int64_t>(n), 0);
+        }
         std::string error;
         BeamRecord beam = decodeBeamRecord(rec, error);
         // The file and the record number say which beam this is; the copies inside the

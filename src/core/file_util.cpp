@@ -111,9 +111,13 @@ std::error_code writeFileBytes(const fs::path& path, std::span<const std::uint8_
     if (fd < 0) {
         return {errno, std::generic_category()};
     }
-    const bool ok = writeAll(fd, bytes.data(), bytes.size()) && (!sync || ::fsync(fd) == 0);
-    const int writeErr = errno;
-    ::close(fd);
+    bool ok = writeAll(fd, bytes.data(), bytes.size()) && (!sync || ::fsync(fd) == 0);
+    int writeErr = errno;
+    // Without a sync, close() is where a delayed write error (a full share) may show.
+    if (::close(fd) != 0 && ok) {
+        ok = false;
+        writeErr = errno;
+    }
     if (ok) {
         return {};
     }
@@ -169,17 +173,21 @@ void syncFile(const fs::path& path) {
 void flushFileSystem(const fs::path& folder) {
     const int dfd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (dfd < 0) {
-        ::sync();
-        return;
+        throw FileError(folder, "The folder cannot be flushed to disk: " + systemMessage(errno));
     }
 #ifdef __linux__
-    if (::syncfs(dfd) != 0) {
-        ::sync();
+    // A write that was lost on its way to the disk is reported here; the files it held must
+    // not take the place of whole ones.
+    const bool ok = ::syncfs(dfd) == 0;
+    const int err = errno;
+    ::close(dfd);
+    if (!ok) {
+        throw FileError(folder, "The files cannot be flushed to disk: " + systemMessage(err));
     }
 #else
+    ::close(dfd);
     ::sync();
 #endif
-    ::close(dfd);
 }
 
 void saveFileAtomically(const fs::path& target, const std::vector<std::uint8_t>& bytes,

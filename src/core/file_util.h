@@ -62,7 +62,8 @@ void syncFolder(const std::filesystem::path& folder);
 /// Flushes a file's data to disk. Throws FileError when it cannot.
 void syncFile(const std::filesystem::path& path);
 /// Flushes every written file of the file system that holds `folder` to disk, in one call
-/// (syncfs where the host has it, else a whole sync).
+/// (syncfs where the host has it, else a whole sync). Throws FileError when the flush reports
+/// a write that failed.
 void flushFileSystem(const std::filesystem::path& folder);
 
 /// How old a temporary of an interrupted save must be before it counts as stale: saves take

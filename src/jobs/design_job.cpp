@@ -3,6 +3,8 @@
 
 #include <optional>
 
+#include <fmt/format.h>
+
 #include "core/error.h"
 
 namespace orvak::jobs {
@@ -48,6 +50,33 @@ JobResult runDesignJob(const std::filesystem::path& projectFolder,
     core::OutputBatch batch(core::OutputBatch::Durability::PerRun);
     std::optional<bars::IronDatabase> store;
     const std::size_t n = elements.size();
+    const bool grouped = n > 1;
+    // Where the store's open group began: its elements' items land with its commit, and
+    // their sheets must not be put in place unless it does.
+    std::size_t groupMark = 0;
+    std::size_t groupFirst = 0;
+    // The store lost a whole group (a full disk, a failed commit): the sheets staged since the
+    // group began go, those of the groups before are put in place with their items, and the
+    // run stops with the reason.
+    const auto stopRun = [&](const std::string& reason) {
+        batch.discardFrom(groupMark);
+        batch.commit();
+        try {
+            store->flushDeferred();
+        } catch (const FileError&) {
+        }
+        std::string where = "the elements designed before it have their new sheets and items";
+        if (groupFirst < n) {
+            const JobElement& from = elements[groupFirst];
+            where = fmt::format("the elements designed before floor {}, {} {} have their new "
+                                "sheets and items; it and the ones after keep their earlier ones",
+                                from.floor, from.kind, from.number);
+        }
+        throw FileError(projectFolder,
+                        fmt::format("The steel store could not keep the run's items ({}). The run "
+                                    "stopped: {}.",
+                                    reason, where));
+    };
     for (std::size_t i = 0; i < n; ++i) {
         if (observer.cancelRequested && observer.cancelRequested()) {
             result.cancelled = true;
@@ -76,7 +105,7 @@ JobResult runDesignJob(const std::filesystem::path& projectFolder,
                         bars::IronDatabase db = bars::OpenIronDatabase(projectFolder);
                         // One element commits as any save does; a longer run defers the
                         // store's flushes to its end.
-                        if (n > 1) {
+                        if (grouped) {
                             db.deferDurability();
                             db.beginGroup();
                         }
@@ -94,6 +123,9 @@ JobResult runDesignJob(const std::filesystem::path& projectFolder,
                 }
             }
         } catch (const FileError& e) {
+            if (store && store->groupLost()) {
+                stopRun(e.what());
+            }
             failElement(report, batch, mark, e.what());
         } catch (const InputError& e) {
             failElement(report, batch, mark, e.what());
@@ -102,23 +134,33 @@ JobResult runDesignJob(const std::filesystem::path& projectFolder,
             observer.finished(i + 1, n, report);
         }
         result.elements.push_back(std::move(report));
-        if (store && n > 1 && (i + 1) % kElementsPerGroup == 0) {
-            store->commitGroup();
+        if (store && grouped && (i + 1) % kElementsPerGroup == 0) {
+            try {
+                store->commitGroup();
+            } catch (const FileError& e) {
+                stopRun(e.what());
+            }
+            groupMark = batch.staged();
+            groupFirst = i + 1;
             store->beginGroup();
         }
     }
-    if (store && n > 1) {
-        store->commitGroup();
+    if (store && grouped) {
+        try {
+            store->commitGroup();
+        } catch (const FileError& e) {
+            stopRun(e.what());
+        }
     }
     try {
         batch.commit();
     } catch (...) {
-        if (store && n > 1) {
+        if (store && grouped) {
             store->flushDeferred();
         }
         throw;
     }
-    if (store && n > 1) {
+    if (store && grouped) {
         store->flushDeferred();
     }
     return result;

@@ -104,6 +104,15 @@ TEST(BarSelection, CrackControlSpreadsTheBarsOfAWideWeb) {
     EXPECT_DOUBLE_EQ(narrow.diameterMm, 22);
     // A face with no steel required keeps its two corner bars: it is not in tension.
     EXPECT_EQ(selectBars(0.0, 80, kTable, s).count, 2);
+    // A cover of 18 cm to the bars' centres leaves 38.749 - 2.5 (18 - db/2) < 0: no spacing
+    // at all. The full layer is chosen and the choice says that the rule is not met.
+    s.tensionCoverCm = 18;
+    const BarChoice deep = selectBars(3.0, 80, kTable, s);
+    ASSERT_TRUE(deep.found);
+    EXPECT_FALSE(deep.crackControlMet);
+    EXPECT_EQ(deep.count, deep.barsPerLayer);
+    s.tensionCoverCm = 5;
+    EXPECT_TRUE(selectBars(3.0, 80, kTable, s).crackControlMet);
 }
 
 TEST(BarSelection, ABarOfAbsurdAreaIsNeverChosenInAWrappedCount) {
