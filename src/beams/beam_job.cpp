@@ -294,8 +294,8 @@ bars::BarPropertyTable designBarTable(const fs::path& generalFolder) {
             throw InputError(fmt::format(
                 "The bar table {} in {}: the bar of diameter {} mm (row {}) is not a bar "
                 "diameter; diameters run from {} to {} mm.",
-                bars::kRoundbarFile, generalFolder.string(), r.diameterMm, i + 1,
-                kMinBarDiameterMm, kMaxBarDiameterMm));
+                bars::kRoundbarFile, generalFolder.string(), r.diameterMm, i + 1, kMinBarDiameterMm,
+                kMaxBarDiameterMm));
         }
         if (!(r.areaCm2 >= kBarAreaLeast * round && r.areaCm2 <= kBarAreaMost * round)) {
             throw InputError(fmt::format(
@@ -311,11 +311,6 @@ bars::BarPropertyTable designBarTable(const fs::path& generalFolder) {
 BeamDesignOutputs designBeamOutputs(const fs::path& projectFolder, const BeamRecord& record,
                                     const std::vector<bars::BarProperties>& barTable, int scheme) {
     BeamDesignOutputs out;
-    BeamJobResult& job = out.report;
-    job.name = record.name;
-    job.floor = record.floor;
-    job.number = record.number;
-    job.scheme = scheme;
     const std::string problem = validateBeam(record);
     if (!problem.empty()) {
         throw InputError(fmt::format("Floor {}, beam {} ({}): {}.", record.floor, record.number,
@@ -325,16 +320,16 @@ BeamDesignOutputs designBeamOutputs(const fs::path& projectFolder, const BeamRec
     BeamAnalysisInput model = analysisInput(record, scheme);
     BeamAnalysisResult analysis = analyzeBeam(model);
     if (!analysis.ok()) {
-        job.status = BeamJobStatus::AnalysisFailed;
-        job.failures.push_back(analysis.message);
+        out.status = BeamJobStatus::AnalysisFailed;
+        out.failures.push_back(analysis.message);
         return out;
     }
     const BeamDesignInput input =
         designInputFromRecord(record, std::move(model), std::move(analysis), barTable);
     const BeamDesignResult design = designBeam(input);
-    job.failures = design.failures;
-    job.messages = design.messages;
-    job.status = design.ok() ? BeamJobStatus::Designed : BeamJobStatus::ChecksFailed;
+    out.failures = design.failures;
+    out.messages = design.messages;
+    out.status = design.ok() ? BeamJobStatus::Designed : BeamJobStatus::ChecksFailed;
     out.items = beamSteelItems(record, input, design);
 
     const std::string base = listingBaseName(record);

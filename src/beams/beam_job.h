@@ -38,21 +38,11 @@ enum class BeamJobStatus {
     AnalysisFailed, ///< the beam cannot be analysed (e.g. unstable): nothing written
 };
 
-struct BeamJobResult {
-    BeamJobStatus status = BeamJobStatus::Designed;
-    std::string name; ///< the beam's identification as stored
-    int floor = 0;
-    int number = 0;
-    std::vector<std::string> failures; ///< analysis message or failed checks, plain sentences
-    std::vector<std::string> messages; ///< the depth messages of the design
-    std::vector<std::filesystem::path> files; ///< listings written, in extension order
-    std::size_t steelItems = 0;               ///< bar items recorded for this beam
-    int scheme = 0;                           ///< the load-case scheme of the analysis
-};
-
 /// What the design of one beam produces, before anything is written.
 struct BeamDesignOutputs {
-    BeamJobResult report; ///< status, failures and messages (files and steelItems still empty)
+    BeamJobStatus status = BeamJobStatus::Designed;
+    std::vector<std::string> failures;      ///< analysis message or failed checks, plain sentences
+    std::vector<std::string> messages;      ///< the depth messages of the design
     std::vector<core::OutputFile> listings; ///< the four listings, CR LF, in extension order
     std::vector<bars::SteelItem> items;     ///< the bar items, marks from 1
     BeamAnalysisResult analysis;            ///< the cases of the analysis (for the case files)

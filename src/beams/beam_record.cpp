@@ -208,13 +208,29 @@ std::string validateBeam(const BeamRecord& b) {
     }
     // The settings copy: a value that is not a number would reach every moment and area of
     // the design. A negative value stands for the code's value where the setting has one;
-    // the load factors have none, and a negative one would turn the loads upside down.
+    // the load factors have none, and a negative one would turn the loads upside down. A
+    // value above 0 is used as it stands: one that no design can mean (a stored blank reads
+    // as about 1e-19, a phi of 0.0009) would turn every area of the beam absurd, so it is
+    // refused with its name and the values it may take.
     std::string settingsProblem;
-    core::forEachSettingsSingle(b.settings, [&settingsProblem](std::string_view name, float x) {
+    std::string outOfRange;
+    core::forEachSettingsSingle(b.settings, [&](std::string_view name, float x) {
         const bool factor = name == "FACDEADL" || name == "FACDAYNL";
-        if (settingsProblem.empty() && (!finite(x) || (factor && x < 0.0f))) {
+        if (!settingsProblem.empty()) {
+            return;
+        }
+        if (!finite(x) || (factor && x < 0.0f)) {
             settingsProblem = fmt::format("the setting {} must be {}", name,
                                           factor ? "a number of 0 or more" : "a number");
+            return;
+        }
+        for (const SettingBounds& bounds : kSettingBounds) {
+            if (outOfRange.empty() && name == bounds.name && x > 0.0f &&
+                !(x >= bounds.least && x <= bounds.most)) {
+                outOfRange = fmt::format("the setting {} is {:g}: it must be 0 (the code's value) "
+                                         "or from {:g} to {:g}",
+                                         name, x, bounds.least, bounds.most);
+            }
         }
     });
     if (!settingsProblem.empty()) {
@@ -225,22 +241,8 @@ std::string validateBeam(const BeamRecord& b) {
         return "the strength reduction factors MomFiTxt and ShearFiTxt must not be above 1 "
                "(0 stands for the code's value)";
     }
-    // A setting above 0 is used as it stands; one that no design can mean (a stored blank
-    // reads as about 1e-19, a phi of 0.0009) would turn every area of the beam absurd, so it
-    // is refused with its name and the values it may take.
-    for (const SettingBounds& bounds : kSettingBounds) {
-        std::string problem;
-        core::forEachSettingsSingle(b.settings, [&](std::string_view name, float x) {
-            if (problem.empty() && name == bounds.name && x > 0.0f &&
-                !(x >= bounds.least && x <= bounds.most)) {
-                problem = fmt::format("the setting {} is {:g}: it must be 0 (the code's value) or "
-                                      "from {:g} to {:g}",
-                                      name, x, bounds.least, bounds.most);
-            }
-        });
-        if (!problem.empty()) {
-            return problem;
-        }
+    if (!outOfRange.empty()) {
+        return outOfRange;
     }
     if (b.settings.MAXDCALC > 0.0f && b.settings.MINDCALC > b.settings.MAXDCALC) {
         return fmt::format("the smallest main-bar diameter MINDCALC ({} mm) is larger than the "

@@ -82,13 +82,9 @@ JobResult designBeams(const std::filesystem::path& project,
             beams::BeamDesignOutputs design =
                 beams::designBeamOutputs(project, record, barTable, scheme);
             ElementOutputs out;
-            out.report.kind = std::string(kBeamKind);
-            out.report.floor = record.floor;
-            out.report.number = record.number;
-            out.report.name = record.name;
-            out.report.status = elementStatus(design.report.status);
-            out.report.failures = std::move(design.report.failures);
-            out.report.messages = std::move(design.report.messages);
+            out.report.status = elementStatus(design.status);
+            out.report.failures = std::move(design.failures);
+            out.report.messages = std::move(design.messages);
             if (out.report.status == ElementStatus::NotDesigned) {
                 return out;
             }
@@ -112,16 +108,8 @@ JobResult designBeams(const std::filesystem::path& project,
 ElementReport designStoredBeam(const std::filesystem::path& project,
                                const std::filesystem::path& generalFolder, int floor,
                                int beamNumber, int scheme) {
-    const std::vector<beams::BeamRecord> all = beams::readBeamFile(project, floor);
-    std::vector<beams::BeamRecord> one;
-    for (const beams::BeamRecord& b : all) {
-        if (b.number == beamNumber) {
-            one.push_back(b);
-        }
-    }
-    if (one.empty()) {
-        throw InputError(fmt::format("Floor {} has no beam {}.", floor, beamNumber));
-    }
+    const std::vector<beams::BeamRecord> one =
+        chooseBeams(project, {floor, beamNumber}, core::CodePage::Windows1252);
     const bars::BarPropertyTable table = beams::designBarTable(generalFolder);
     return designBeams(project, one, table.rows, scheme).elements.front();
 }

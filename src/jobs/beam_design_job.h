@@ -35,8 +35,8 @@ JobResult designBeams(const std::filesystem::path& projectFolder,
                       const std::vector<bars::BarProperties>& barTable, int scheme,
                       const JobObserver& observer = {});
 
-/// Reads beam `beamNumber` of floor `floor` and designs it alone (see designBeams), with the
-/// bar table of the GENERAL folder. Throws InputError when there is no such beam.
+/// Designs beam `beamNumber` of floor `floor` alone (chooseBeams, then designBeams), with the
+/// bar table of the GENERAL folder. Throws InputError as chooseBeams does.
 ElementReport designStoredBeam(const std::filesystem::path& projectFolder,
                                const std::filesystem::path& generalFolder, int floor,
                                int beamNumber, int scheme);

@@ -87,10 +87,6 @@ JobResult runDesignJob(const std::filesystem::path& projectFolder,
             observer.starting(i + 1, n, element);
         }
         ElementReport report;
-        report.kind = element.kind;
-        report.floor = element.floor;
-        report.number = element.number;
-        report.name = element.name;
         const std::size_t mark = batch.staged();
         try {
             ElementOutputs out = element.design(i + 1 == n);
@@ -130,6 +126,11 @@ JobResult runDesignJob(const std::filesystem::path& projectFolder,
         } catch (const InputError& e) {
             failElement(report, batch, mark, e.what());
         }
+        // Who the element is comes from the run's list, whatever its design filled in.
+        report.kind = element.kind;
+        report.floor = element.floor;
+        report.number = element.number;
+        report.name = element.name;
         if (observer.finished) {
             observer.finished(i + 1, n, report);
         }

@@ -35,7 +35,7 @@ struct ElementReport {
 
 /// Everything the design of one element produces, before anything is written.
 struct ElementOutputs {
-    ElementReport report;                       ///< status, failures and messages
+    ElementReport report; ///< status, failures and messages; who it is, the runner fills in
     std::vector<core::OutputFile> files;        ///< the element's sheets
     std::vector<core::OutputFile> scratchFiles; ///< written with the sheets, not reported
     /// The element's bar items; they replace every item of (steelKind, floor, number).

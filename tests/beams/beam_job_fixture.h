@@ -2,20 +2,26 @@
 // a floor of two beams as an orvak-model JSON text.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "core/record.h"
 #include "support/temp_dir.h"
 
 namespace orvak::beams::testing {
 
-/// The six rows of the built-in bar table (diameter mm, kg/m, cm²) as ROUNDBAR.DAT records:
-/// "1", the three values, eight free singles.
-inline void writeBarTable(const std::filesystem::path& general) {
-    const float rows[][3] = {{8, 0.40f, 0.50f},  {10, 0.62f, 0.79f}, {12, 0.89f, 1.13f},
-                             {14, 1.21f, 1.54f}, {16, 1.58f, 2.01f}, {20, 2.47f, 3.14f}};
+/// Rows (diameter mm, kg/m, cm²) as ROUNDBAR.DAT records: "1", the three values, eight free
+/// singles. Without rows, the six rows of the built-in bar table.
+inline void writeBarTable(const std::filesystem::path& general,
+                          std::vector<std::array<float, 3>> rows = {{8, 0.40f, 0.50f},
+                                                                    {10, 0.62f, 0.79f},
+                                                                    {12, 0.89f, 1.13f},
+                                                                    {14, 1.21f, 1.54f},
+                                                                    {16, 1.58f, 2.01f},
+                                                                    {20, 2.47f, 3.14f}}) {
     std::string bytes;
     for (const auto& r : rows) {
         std::uint8_t rec[45] = {'1'};

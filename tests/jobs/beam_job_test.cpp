@@ -10,7 +10,6 @@
 #include "beams/beam_job_fixture.h"
 #include "beams/case_files.h"
 #include "core/error.h"
-#include "core/record.h"
 #include "jobs/beam_design_job.h"
 #include "model/model_json.h"
 #include "support/temp_dir.h"
@@ -289,9 +288,7 @@ TEST_F(BeamJob, ListingsAndStoreChangeTogetherOrNotAtAll) {
 TEST_F(BeamJob, InputProblemsAreRefusedWithASentence) {
     import(twoBeamModel());
     EXPECT_THROW(designStoredBeam(project(), general(), 1, 3, 2), InputError);
-    std::uint8_t noDiameter[45] = {'1'};
-    test::writeBytes(general() / "ROUNDBAR.DAT",
-                     std::string(reinterpret_cast<const char*>(noDiameter), sizeof noDiameter));
+    writeBarTable(general(), {{0, 0, 0}}); // a record in use without a diameter
     try {
         designStoredBeam(project(), general(), 1, 1, 2);
         FAIL() << "a bar table without a bar was accepted";
@@ -302,12 +299,7 @@ TEST_F(BeamJob, InputProblemsAreRefusedWithASentence) {
 
     // A 16 mm bar whose area reads 1e-30 cm² (π 1.6² / 4 = 2.01 cm² for a round bar): the
     // table is refused by file, row and value before anything is designed.
-    std::uint8_t tiny[45] = {'1'};
-    core::writeSingle(tiny + 1, 16.0f);
-    core::writeSingle(tiny + 5, 1.58f);
-    core::writeSingle(tiny + 9, 1e-30f);
-    test::writeBytes(general() / "ROUNDBAR.DAT",
-                     std::string(reinterpret_cast<const char*>(tiny), sizeof tiny));
+    writeBarTable(general(), {{16, 1.58f, 1e-30f}});
     try {
         designStoredBeam(project(), general(), 1, 1, 2);
         FAIL() << "a bar of 1e-30 cm2 was accepted";

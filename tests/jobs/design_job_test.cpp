@@ -35,8 +35,6 @@ protected:
             }
             ElementOutputs out;
             out.report.status = ElementStatus::Designed;
-            out.report.floor = 1;
-            out.report.number = number;
             out.files.push_back({project() / ("E" + std::to_string(number) + ".Analy"),
                                  std::string(last ? "last\r\n" : "sheet\r\n")});
             out.recordsSteel = true;

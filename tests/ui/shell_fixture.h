@@ -3,9 +3,12 @@
 #pragma once
 
 #include <QApplication>
+#include <QMessageBox>
 #include <QString>
+#include <QStringList>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -43,6 +46,29 @@ protected:
 
     TempDir m_dir;
     ScopedEnv m_home;
+};
+
+/// A started program folder and a form's message and question hooks: what the form told the
+/// user, what it asked, and the answer every question gets.
+class FormFixture : public ShellFixture {
+protected:
+    FormFixture() : m_shell(startShell()) {}
+
+    /// A form of the shell with its hooks set.
+    template <class Form> std::unique_ptr<Form> open() {
+        auto form = std::make_unique<Form>(m_shell);
+        form->setMessageHook([this](const QString& m) { m_messages << m; });
+        form->setAskHook([this](const QString& q) {
+            m_questions << q;
+            return m_answer;
+        });
+        return form;
+    }
+
+    shell::ShellState m_shell;
+    QStringList m_messages;
+    QStringList m_questions;
+    QMessageBox::StandardButton m_answer = QMessageBox::No;
 };
 
 /// The lines of a shipped prompt file (data/<language>/<file>), without line ends.

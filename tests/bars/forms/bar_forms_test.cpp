@@ -54,9 +54,9 @@ float storedValue(const std::string& file, std::size_t recordLength, std::size_t
     return value;
 }
 
-class BarFormsTest : public test::ShellFixture {
+class BarFormsTest : public test::FormFixture {
 protected:
-    BarFormsTest() : m_shell(startShell()) {
+    BarFormsTest() {
         // A first start installs the built-in tables as files; these tests begin where the
         // user has none, the state the forms' own defaults are for.
         fs::remove(general() / "ROUNDBAR.DAT");
@@ -65,16 +65,6 @@ protected:
 
     fs::path general() const { return m_shell.generalFolder(); }
 
-    template <class Form> std::unique_ptr<Form> open() {
-        auto form = std::make_unique<Form>(m_shell);
-        form->setMessageHook([this](const QString& m) { m_messages << m; });
-        form->setAskHook([this](const QString& q) {
-            m_questions << q;
-            return m_answer;
-        });
-        return form;
-    }
-
     /// Types a value into a cell the way the grid's editor commits it (0-based).
     static bool type(BarTableForm& form, int row, int column, const QString& text) {
         ui::InputGridModel* model = form.grid()->model();
@@ -82,11 +72,6 @@ protected:
         QCoreApplication::processEvents(); // a refusal is told once the editor is gone
         return stored;
     }
-
-    shell::ShellState m_shell;
-    QStringList m_messages;
-    QStringList m_questions;
-    QMessageBox::StandardButton m_answer = QMessageBox::No;
 };
 
 TEST_F(BarFormsTest, RoundbarOpensOnTheBuiltInTable) {

@@ -25,21 +25,9 @@ namespace {
 namespace fs = std::filesystem;
 using Field = SteelUpd::Field;
 
-class SteelFormsTest : public test::ShellFixture {
+class SteelFormsTest : public test::FormFixture {
 protected:
-    SteelFormsTest() : m_shell(startShell()) {}
-
     fs::path project() const { return m_shell.projectPath(); }
-
-    template <class Form> std::unique_ptr<Form> open() {
-        auto form = std::make_unique<Form>(m_shell);
-        form->setMessageHook([this](const QString& m) { m_messages << m; });
-        form->setAskHook([this](const QString& q) {
-            m_questions << q;
-            return m_answer;
-        });
-        return form;
-    }
 
     /// The built-in bar table written to ROUNDBAR.DAT, as a save from its form writes it.
     void writeBarTable() {
@@ -71,11 +59,6 @@ protected:
             form.field(f)->setText(text);
         }
     }
-
-    shell::ShellState m_shell;
-    QStringList m_messages;
-    QStringList m_questions;
-    QMessageBox::StandardButton m_answer = QMessageBox::No;
 };
 
 TEST_F(SteelFormsTest, SteelUpdAddsChangesAndDeletesAnItemByItsKey) {
