@@ -155,25 +155,6 @@ core::RecordBuffer encodeBeamRecord(const BeamRecord& b) {
     return rec;
 }
 
-namespace {
-
-// The values a design setting may take when it is not 0 (the code's value): wide enough for
-// any code or habit, narrow enough to catch a slip or a damaged file.
-struct SettingBounds {
-    std::string_view name;
-    float least;
-    float most;
-};
-constexpr SettingBounds kSettingBounds[] = {
-    {"MomFiTxt", 0.5f, 1.0f},     {"ShearFiTxt", 0.5f, 1.0f}, {"FacRmaxTxt", 0.1f, 1.0f},
-    {"FacRminTxt", 1.0f, 100.0f}, {"VsMinTxt", 0.5f, 50.0f},  {"LdfactTxt", 0.1f, 5.0f},
-    {"DeflTxt", 60.0f, 5000.0f},  {"MINDIST", 1.0f, 30.0f},   {"MINDCALC", 3.0f, 60.0f},
-    {"MAXDCALC", 3.0f, 60.0f},    {"SDIAMTXT", 3.0f, 40.0f},  {"SSPCTXT", 2.0f, 100.0f},
-    {"MinSSPCTXT", 1.0f, 100.0f}, {"WIDTHLNK", 5.0f, 500.0f}, {"DSTXT", 3.0f, 60.0f},
-    {"THIKTXT", 1.0f, 100.0f},    {"FACDEADL", 0.1f, 5.0f},   {"FACDAYNL", 0.1f, 5.0f},
-};
-
-} // namespace
 
 std::string validateBeam(const BeamRecord& b) {
     if (b.name.size() > field("name").width) {
@@ -206,56 +187,8 @@ std::string validateBeam(const BeamRecord& b) {
             return fmt::format("the covers must be 0 to {} cm", kMaxCoverCm);
         }
     }
-    // The settings copy: a value that is not a number would reach every moment and area of
-    // the design. A negative value stands for the code's value where the setting has one;
-    // the load factors have none, and a negative one would turn the loads upside down. A
-    // value above 0 is used as it stands: one that no design can mean (a stored blank reads
-    // as about 1e-19, a phi of 0.0009) would turn every area of the beam absurd, so it is
-    // refused with its name and the values it may take.
-    std::string settingsProblem;
-    std::string outOfRange;
-    core::forEachSettingsSingle(b.settings, [&](std::string_view name, float x) {
-        const bool factor = name == "FACDEADL" || name == "FACDAYNL";
-        if (!settingsProblem.empty()) {
-            return;
-        }
-        if (!finite(x) || (factor && x < 0.0f)) {
-            settingsProblem = fmt::format("the setting {} must be {}", name,
-                                          factor ? "a number of 0 or more" : "a number");
-            return;
-        }
-        for (const SettingBounds& bounds : kSettingBounds) {
-            if (outOfRange.empty() && name == bounds.name && x > 0.0f &&
-                !(x >= bounds.least && x <= bounds.most)) {
-                outOfRange = fmt::format("the setting {} is {:g}: it must be 0 (the code's value) "
-                                         "or from {:g} to {:g}",
-                                         name, x, bounds.least, bounds.most);
-            }
-        }
-    });
-    if (!settingsProblem.empty()) {
-        return settingsProblem;
-    }
-    // A strength reduction factor only reduces: above 1 it can only be a slip (9 for 0.9).
-    if (b.settings.MomFiTxt > 1.0f || b.settings.ShearFiTxt > 1.0f) {
-        return "the strength reduction factors MomFiTxt and ShearFiTxt must not be above 1 "
-               "(0 stands for the code's value)";
-    }
-    if (!outOfRange.empty()) {
-        return outOfRange;
-    }
-    if (b.settings.MAXDCALC > 0.0f && b.settings.MINDCALC > b.settings.MAXDCALC) {
-        return fmt::format("the smallest main-bar diameter MINDCALC ({} mm) is larger than the "
-                           "largest, MAXDCALC ({} mm)",
-                           b.settings.MINDCALC, b.settings.MAXDCALC);
-    }
-    // The dead load always acts, and so does the live load of the span a case loads: a factor
-    // of 0 there would design the beam for no load at all.
-    if (!(b.settings.FACDEADL[0] > 0.0f && b.settings.FACDEADL[1] > 0.0f)) {
-        return "the dead-load factors FACDEADL must both be more than 0";
-    }
-    if (!(b.settings.FACDAYNL[0] > 0.0f)) {
-        return "the first live-load factor FACDAYNL must be more than 0";
+    if (std::string problem = validateBeamSettings(b.settings); !problem.empty()) {
+        return problem;
     }
     if (!finite(b.sustainedLivePercent) || b.sustainedLivePercent < 0.0f ||
         b.sustainedLivePercent > 100.0f) {

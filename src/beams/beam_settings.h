@@ -6,6 +6,7 @@
 #include <concepts>
 #include <cstdint>
 #include <filesystem>
+#include <string>
 #include <string_view>
 #include <type_traits>
 
@@ -169,13 +170,19 @@ void forEachSettingsField(S& s, Visit&& visit) {
 /// The values the form's DefCmd restores (ACI strength design, metric bars).
 BeamSettings defaultBeamSettings();
 
+/// An empty string when a design can use the settings, else one sentence naming the first
+/// setting at fault and the values it may take (0 stands for the code's value where there
+/// is one).
+std::string validateBeamSettings(const BeamSettings& settings);
+
 /// Settings from the bytes of a settings record (the marker is not checked here).
 BeamSettings decodeBeamSettings(const core::RecordBuffer& rec);
 /// A settings record with the use mark "1".
 core::RecordBuffer encodeBeamSettings(const BeamSettings& settings);
 
 /// Record 1 of BMSETING.DAT in `folder`; the built-in defaults when the file is missing or
-/// holds no record in use. Throws FileError when the file cannot be read.
+/// holds no record in use. Throws FileError when the file cannot be read, or holds a setting
+/// that validateBeamSettings refuses (the sentence names the file and the setting).
 BeamSettings readBeamSettingsFile(const std::filesystem::path& folder);
 /// Writes record 1 of BMSETING.DAT in `folder`, crash-safely.
 void writeBeamSettingsFile(const std::filesystem::path& folder, const BeamSettings& settings);

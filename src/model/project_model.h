@@ -20,6 +20,7 @@ namespace orvak::model {
 struct FloorModel {
     floors::Floor floor;
     std::vector<orvak::beams::BeamRecord> beams; ///< beam n of the floor is beams[n − 1]
+    bool operator==(const FloorModel&) const = default;
 };
 
 /// Every element of a project, floor by floor.

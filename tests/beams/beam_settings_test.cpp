@@ -1,12 +1,17 @@
 // Tests of the beam settings: the code values standing in for settings left at zero, the
 // stored byte order of the record and the settings file.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "beams/beam_settings.h"
+#include "core/error.h"
 #include "support/temp_dir.h"
 
 namespace orvak::beams {
 namespace {
+
+using ::testing::AllOf;
+using ::testing::HasSubstr;
 
 TEST(BeamSettingsFallbacks, ZeroRecordDesignsWithCodeValues) {
     const BeamSettings zero = decodeBeamSettings(core::RecordBuffer(kBeamSettingsLayout.size));
@@ -62,6 +67,40 @@ TEST(BeamSettingsFile, MissingFileGivesDefaultsAndSavedValuesReadBack) {
     writeBeamSettingsFile(dir.path(), s);
     EXPECT_EQ(std::filesystem::file_size(dir / "BMSETING.DAT"), 243u);
     EXPECT_EQ(readBeamSettingsFile(dir.path()), s);
+}
+
+// A file another program damaged, or a slip saved by an older version, is refused when read,
+// with the file and the setting named: each new beam would otherwise copy it into its design.
+TEST(BeamSettingsFile, ValuesNoDesignCanUseAreRefusedWithFileAndSettingNamed) {
+    test::TempDir dir;
+    const auto refusal = [&] {
+        try {
+            readBeamSettingsFile(dir.path());
+        } catch (const FileError& e) {
+            return std::string(e.what());
+        }
+        return std::string("read without complaint");
+    };
+    BeamSettings s = defaultBeamSettings();
+    s.MomFiTxt = 9.0f; // 0.9 typed without its point
+    writeBeamSettingsFile(dir.path(), s);
+    EXPECT_THAT(refusal(), AllOf(HasSubstr("BMSETING.DAT"), HasSubstr("MomFiTxt")));
+
+    // Four blanks where DeflTxt's single lies (bytes 141-144) read as about 1.4e-19: L/1e-19.
+    writeBeamSettingsFile(dir.path(), defaultBeamSettings());
+    std::string bytes = test::readBytes(dir / "BMSETING.DAT");
+    bytes.replace(141, 4, "    ");
+    test::writeBytes(dir / "BMSETING.DAT", bytes);
+    EXPECT_THAT(refusal(), HasSubstr("DeflTxt"));
+
+    s = defaultBeamSettings();
+    s.MINDNSQ = 500; // five hundred bottom bars as the least a beam gets
+    writeBeamSettingsFile(dir.path(), s);
+    EXPECT_THAT(refusal(), HasSubstr("MINDNSQ is 500"));
+    s = defaultBeamSettings();
+    s.MINUPSD = 1; // a 1 mm bar
+    writeBeamSettingsFile(dir.path(), s);
+    EXPECT_THAT(refusal(), HasSubstr("MINUPSD is 1"));
 }
 
 } // namespace
