@@ -35,6 +35,48 @@ bool looksLikeAccessFile(const fs::path& path) {
     return engine == "Standard Jet DB" || engine == "Standard ACE DB";
 }
 
+// Iron.MDB cannot be read as an old store: no item of it can ever be imported, and while it
+// stands beside the project no store may be made. It is kept under a name of its own, so
+// that nothing is lost and the project can go on.
+LegacyImportResult setUnreadableAside(const fs::path& mdbPath, std::string_view why) {
+    const std::string base = mdbPath.filename().string() + std::string(kUnreadableLegacySuffix);
+    fs::path target = mdbPath.parent_path() / base;
+    std::error_code ec;
+    // A name is free when nothing stands under it in any case of its letters (the project's
+    // files are found without regard to case), not even a dangling link.
+    const auto taken = [&ec](const fs::path& p) {
+        return fs::symlink_status(p, ec).type() != fs::file_type::not_found ||
+               core::findFileNoCase(p.parent_path(), p.filename().string()).has_value();
+    };
+    for (int n = 2; taken(target); ++n) {
+        if (n > 999) {
+            throw FileError(mdbPath, "The old steel-quantity database cannot be read, and no "
+                                     "free name was found to keep it under");
+        }
+        target = mdbPath.parent_path() / (base + "-" + std::to_string(n));
+    }
+    fs::rename(mdbPath, target, ec);
+    if (ec) {
+        throw FileError(mdbPath, "The old steel-quantity database cannot be read, and it cannot "
+                                 "be put aside: " + ec.message());
+    }
+    core::syncFolder(mdbPath.parent_path());
+    LegacyImportResult result;
+    result.available = true;
+    result.setAside = target;
+    result.message = "Iron.MDB cannot be read as an older steel-quantity database (" +
+                     std::string(why) + "); nothing was imported. It was kept as " +
+                     target.filename().string() +
+                     ", and the steel quantities start in a new, empty store";
+    return result;
+}
+
+// Why libmdb refused the file, or an empty string when the table's rows are read.
+struct LegacyRows {
+    std::vector<std::map<std::string, std::string>> rows;
+    std::string unreadable;
+};
+
 #if ORVAK_HAVE_LIBMDB
 
 double parseNumber(const std::string& text) {
@@ -61,16 +103,19 @@ std::int16_t parseInt16(const std::string& text) {
 
 // The rows of SteelQntTable as text by column name; libmdb hands text as UTF-8, which goes
 // back to the single-byte code page the old store was made with.
-std::vector<std::map<std::string, std::string>> readLegacyRows(const fs::path& mdbPath) {
+LegacyRows readLegacyRows(const fs::path& mdbPath) {
+    LegacyRows result;
     MdbHandle* mdb = mdb_open(mdbPath.c_str(), MDB_NOFLAGS);
     if (mdb == nullptr) {
-        throw FileError(mdbPath, "The old steel-quantity database cannot be opened");
+        result.unreadable = "it is damaged";
+        return result;
     }
     std::string tableName(kSteelTableName);
     MdbTableDef* table = mdb_read_table_by_name(mdb, tableName.data(), MDB_TABLE);
     if (table == nullptr) {
         mdb_close(mdb);
-        throw FileError(mdbPath, "The old steel-quantity database holds no steel quantities table");
+        result.unreadable = "it holds no steel quantities table";
+        return result;
     }
     mdb_read_columns(table);
     mdb_rewind_table(table);
@@ -83,7 +128,7 @@ std::vector<std::map<std::string, std::string>> readLegacyRows(const fs::path& m
         names[i] = col->name;
         mdb_bind_column(table, static_cast<int>(i + 1), buffers[i].data(), &lengths[i]);
     }
-    std::vector<std::map<std::string, std::string>> rows;
+    std::vector<std::map<std::string, std::string>>& rows = result.rows;
     while (mdb_fetch_row(table)) {
         std::map<std::string, std::string> row;
         for (unsigned i = 0; i < columns; ++i) {
@@ -94,7 +139,7 @@ std::vector<std::map<std::string, std::string>> readLegacyRows(const fs::path& m
     }
     mdb_free_tabledef(table);
     mdb_close(mdb);
-    return rows;
+    return result;
 }
 
 SteelItem itemFromLegacyRow(const std::map<std::string, std::string>& row) {
@@ -135,11 +180,14 @@ LegacyImportResult importLegacyIronDatabase(const fs::path& projectFolder) {
         throw InputError("The project holds no old steel-quantity database (Iron.MDB) to import");
     }
     if (!looksLikeAccessFile(*mdbPath)) {
-        throw FileError(*mdbPath, "The old steel-quantity database is damaged or is not an "
-                                  "Access file; it was left as it is");
+        return setUnreadableAside(*mdbPath, "it is empty, damaged or not an Access file");
     }
 #if ORVAK_HAVE_LIBMDB
-    const auto rows = readLegacyRows(*mdbPath);
+    const LegacyRows legacy = readLegacyRows(*mdbPath);
+    if (!legacy.unreadable.empty()) {
+        return setUnreadableAside(*mdbPath, legacy.unreadable);
+    }
+    const auto& rows = legacy.rows;
     std::vector<SteelItem> items;
     LegacyImportResult result;
     result.available = true;

@@ -210,12 +210,22 @@ struct LegacyImportResult {
     std::size_t imported = 0;
     std::size_t skipped = 0; ///< rows without a key, or whose key came twice
     std::string message;     ///< one plain sentence about the outcome
+    /// Where an Iron.MDB that cannot be read as an old store was put aside (empty when none).
+    std::filesystem::path setAside;
 };
+
+/// The name an unreadable Iron.MDB is kept under, beside the project's files.
+inline constexpr std::string_view kUnreadableLegacySuffix = ".unreadable";
 
 /// Imports the rows of SteelQntTable of the project's Iron.MDB into a new Iron.db. The new
 /// store is built beside the project under a temporary name and renamed into place only
-/// when complete, so a failed import leaves no Iron.db behind. Throws InputError when
-/// Iron.db exists already or there is no Iron.MDB; FileError when Iron.MDB cannot be read.
+/// when complete, so a failed import leaves no Iron.db behind. An Iron.MDB that cannot be
+/// read as an old store (empty, damaged, not an Access file, or without the steel table)
+/// would block steel entry for ever: it is renamed to Iron.MDB.unreadable (or
+/// Iron.MDB.unreadable-2 and on, never over a file), nothing is imported, `setAside` names
+/// the file and the message says so; the next store is a new, empty one. Throws InputError
+/// when Iron.db exists already or there is no Iron.MDB; FileError when the new store cannot
+/// be written or Iron.MDB cannot be put aside.
 LegacyImportResult importLegacyIronDatabase(const std::filesystem::path& projectFolder);
 
 } // namespace orvak::bars

@@ -278,17 +278,36 @@ TEST_F(SteelStore, ALockHeldByAnotherProgramGivesAClearMessageAndChangesNothing)
     EXPECT_EQ(db.itemCount(), 1u);
 }
 
-TEST_F(SteelStore, LegacyAccessStoreIsOfferedForImportAndAGarbageOneIsRefused) {
+// An old store that cannot be read would block steel entry for ever: it is kept under a name
+// of its own, never overwritten, and the project goes on with a new store.
+TEST_F(SteelStore, UnreadableLegacyStoreIsPutAsideAndNeverOverwritten) {
     EXPECT_FALSE(legacyImportOffered(project()));
     EXPECT_THROW(importLegacyIronDatabase(project()), InputError);
 
-    test::writeBytes(m_dir / "iron.mdb", std::string(4096, 'x'));
+    const std::string garbage(4096, 'x');
+    test::writeBytes(m_dir / "iron.mdb", garbage);
     EXPECT_TRUE(legacyImportOffered(project()));
-    EXPECT_THROW(importLegacyIronDatabase(project()), FileError);
+    const LegacyImportResult first = importLegacyIronDatabase(project());
+    EXPECT_EQ(first.imported, 0u);
+    EXPECT_EQ(first.setAside, m_dir / "iron.mdb.unreadable");
+    EXPECT_NE(first.message.find("kept as iron.mdb.unreadable"), std::string::npos)
+        << first.message;
+    EXPECT_TRUE(test::readBytes(m_dir / "iron.mdb.unreadable") == garbage);
     EXPECT_FALSE(fs::exists(dbFile()));
-    EXPECT_EQ(test::readBytes(m_dir / "iron.mdb"), std::string(4096, 'x'));
+    EXPECT_FALSE(legacyImportOffered(project()));
+
+    // A second one, an Access header over an empty body and an empty file: each kept apart.
+    std::string header(4096, '\0');
+    header.replace(4, 15, "Standard Jet DB");
+    test::writeBytes(m_dir / "Iron.MDB", header);
+    EXPECT_EQ(importLegacyIronDatabase(project()).setAside, m_dir / "Iron.MDB.unreadable-2");
+    EXPECT_TRUE(test::readBytes(m_dir / "Iron.MDB.unreadable-2") == header);
+    test::writeBytes(m_dir / "Iron.MDB", "");
+    EXPECT_EQ(importLegacyIronDatabase(project()).setAside, m_dir / "Iron.MDB.unreadable-3");
+    EXPECT_TRUE(test::readBytes(m_dir / "iron.mdb.unreadable") == garbage);
 
     { IronDatabase::open(project()); }
+    test::writeBytes(m_dir / "Iron.MDB", garbage);
     EXPECT_FALSE(legacyImportOffered(project()));
     EXPECT_THROW(importLegacyIronDatabase(project()), InputError);
 }

@@ -115,10 +115,15 @@ TEST_F(CliSteel, BadStoresAndAMissingBarTableStopWithOneSentence) {
     EXPECT_EQ(legacy.code, 1);
     EXPECT_NE(legacy.err.find("steel import"), std::string::npos) << legacy.err;
     EXPECT_FALSE(fs::exists(project() / "Iron.db"));
+    // The import it asks for keeps the unreadable file aside, and steel entry goes on.
+    const auto setAside = run({"steel", "import", project().string()});
+    EXPECT_EQ(setAside.code, 0) << setAside.err;
+    EXPECT_NE(setAside.out.find("kept as Iron.MDB.unreadable"), std::string::npos);
+    EXPECT_EQ(add("B1", "1", "1", "10", "100").code, 0);
+    fs::remove(project() / "Iron.db");
 
     // A table file whose only record is not in use holds no bars: the user's table is asked
     // for. No table file at all: the built-in one, with a note.
-    fs::remove(project() / "Iron.MDB");
     test::writeBytes(home() / "GENERAL" / "ROUNDBAR.DAT", std::string(45, ' '));
     const auto noBars = run({"steel", "report", project().string()});
     EXPECT_EQ(noBars.code, 1);

@@ -267,7 +267,7 @@ TEST_F(SteelFormsTest, SteelQntWithoutBarTableOrChoiceTellsTheUser) {
                                        "Setting > Areas for bars first."}));
 }
 
-TEST_F(SteelFormsTest, OldIronMdbIsOfferedOnceAndNoEmptyStoreHidesIt) {
+TEST_F(SteelFormsTest, OldIronMdbIsOfferedOnceAndAnUnreadableOneIsPutAside) {
     test::writeBytes(project() / "Iron.MDB", "this is not an Access file");
     auto report = open<SteelQnt>();
     EXPECT_TRUE(m_questions.isEmpty()); // asked only once the form is on screen
@@ -277,16 +277,21 @@ TEST_F(SteelFormsTest, OldIronMdbIsOfferedOnceAndNoEmptyStoreHidesIt) {
     EXPECT_TRUE(m_questions[0].contains("Iron.MDB"));
     EXPECT_FALSE(fs::exists(project() / "Iron.db"));
 
-    // Yes tries the import; the damaged file is told and still no store stands in its way.
+    // Yes tries the import: the damaged file is told and kept aside, and steel entry goes on
+    // in a new store.
     auto update = open<SteelUpd>();
     m_answer = QMessageBox::Yes;
     update->show();
     ASSERT_EQ(m_questions.size(), 2);
     ASSERT_EQ(m_messages.size(), 1);
-    EXPECT_TRUE(m_messages[0].startsWith("The old steel-quantity database is damaged"))
+    EXPECT_TRUE(m_messages[0].startsWith("Iron.MDB cannot be read as an older steel-quantity "
+                                         "database"))
         << m_messages[0].toStdString();
-    EXPECT_FALSE(fs::exists(project() / "Iron.db"));
-    EXPECT_TRUE(fs::exists(project() / "Iron.MDB"));
+    EXPECT_EQ(test::readBytes(project() / "Iron.MDB.unreadable"), "this is not an Access file");
+    EXPECT_FALSE(fs::exists(project() / "Iron.MDB"));
+    auto again = open<SteelUpd>();
+    again->show();
+    EXPECT_EQ(m_questions.size(), 2); // nothing stands in the way of steel entry any more
 }
 
 /// Pictures of the two steel forms for a reader to judge; made only when
