@@ -298,6 +298,53 @@ void prepareSchema(SQLite::Database& db, const fs::path& path) {
     }
 }
 
+// The sheets of a design run waiting for their renames: a row per staged temporary, named
+// relative to the store's folder where it lies inside it (a project moved after a kill is
+// still completed).
+constexpr std::string_view kPendingTable = "PendingOutputs";
+
+bool hasPendingTable(SQLite::Database& db) {
+    SQLite::Statement st(db, "SELECT count(*) FROM sqlite_master WHERE type = 'table' AND "
+                             "name = ?");
+    st.bind(1, std::string(kPendingTable));
+    st.executeStep();
+    return st.getColumn(0).getInt() > 0;
+}
+
+std::string storedName(const fs::path& path, const fs::path& folder) {
+    const fs::path relative = path.lexically_relative(folder);
+    if (relative.empty() || *relative.begin() == "..") {
+        return path.string();
+    }
+    return relative.string();
+}
+
+// Completes the run that recorded its outputs and was cut off before putting all of them in
+// place, then removes the staged outputs of runs cut off before their commit. Nothing here
+// stops the store from opening: what cannot be done now is tried at the next open.
+void completeInterruptedRun(SQLite::Database& db, const fs::path& file) {
+    const fs::path folder = file.has_parent_path() ? file.parent_path() : fs::path(".");
+    try {
+        if (hasPendingTable(db)) {
+            std::vector<core::PendingRename> renames;
+            SQLite::Statement st(db, "SELECT TEMPNAME, TARGETNAME FROM " +
+                                         std::string(kPendingTable) + " ORDER BY rowid");
+            while (st.executeStep()) {
+                renames.push_back({folder / st.getColumn(0).getString(),
+                                   folder / st.getColumn(1).getString()});
+            }
+            if (!renames.empty()) {
+                core::completeRenames(renames);
+                db.exec("DELETE FROM " + std::string(kPendingTable));
+            }
+        }
+    } catch (const SQLite::Exception&) {
+    } catch (const FileError&) {
+    }
+    core::removeStaleTemporaries(folder, fs::file_time_type::clock::now(),
+                                 core::kRunTemporaryTag);
+}
+
 } // namespace
 
 std::string makeMainKey(std::int32_t first, std::int32_t second, std::int32_t third,
@@ -381,6 +428,7 @@ IronDatabase IronDatabase::openFile(const fs::path& file, int busyTimeoutMs) {
             file, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE, busyTimeoutMs);
         db->exec("PRAGMA foreign_keys = ON");
         prepareSchema(*db, file);
+        completeInterruptedRun(*db, file);
         return IronDatabase(file, std::move(db));
     });
 }
@@ -481,6 +529,42 @@ void IronDatabase::commitGroup() {
         }
         throw;
     }
+}
+
+void IronDatabase::rollbackGroup() {
+    if (!m_inGroup) {
+        return;
+    }
+    m_inGroup = false;
+    try {
+        m_db->exec("ROLLBACK");
+    } catch (const SQLite::Exception&) {
+    }
+}
+
+void IronDatabase::recordPendingOutputs(std::span<const core::PendingRename> renames) {
+    ORVAK_ASSERT(m_inGroup);
+    const fs::path folder = m_path.has_parent_path() ? m_path.parent_path() : fs::path(".");
+    guarded(m_path, [&] {
+        m_db->exec("CREATE TABLE IF NOT EXISTS " + std::string(kPendingTable) +
+                   " (TEMPNAME TEXT NOT NULL, TARGETNAME TEXT NOT NULL)");
+        SQLite::Statement add(*m_db, "INSERT INTO " + std::string(kPendingTable) +
+                                         " (TEMPNAME, TARGETNAME) VALUES (?, ?)");
+        for (const core::PendingRename& r : renames) {
+            add.bind(1, storedName(r.temp, folder));
+            add.bind(2, storedName(r.target, folder));
+            add.exec();
+            add.reset();
+        }
+    });
+}
+
+void IronDatabase::clearPendingOutputs() {
+    guarded(m_path, [&] {
+        if (hasPendingTable(*m_db)) {
+            m_db->exec("DELETE FROM " + std::string(kPendingTable));
+        }
+    });
 }
 
 void IronDatabase::deferDurability() {

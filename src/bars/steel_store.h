@@ -8,9 +8,12 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "core/output_batch.h"
 
 namespace SQLite {
 class Database;
@@ -105,6 +108,9 @@ public:
     /// `OpenIronDatabase`: opens Iron.db of the project folder, creating it with the table and
     /// its eight indexes when it does not exist (or is an empty file). A file that is not a
     /// database, or holds a different table of that name, is refused and left untouched.
+    /// A design run that was cut off after its items were committed has its sheets put in
+    /// place now, and the staged outputs of runs cut off earlier (core::kRunTemporaryTag,
+    /// older than core::kStaleTemporaryAge) are removed.
     static IronDatabase open(const std::filesystem::path& projectFolder,
                              int busyTimeoutMs = kIronDatabaseBusyMs);
     /// The same for a store at an explicit file path (an import builds one under a
@@ -155,9 +161,17 @@ public:
     /// as it was before the group.
     void beginGroup();
     void commitGroup();
+    /// Drops the open group (if any): the store is as it was before it.
+    void rollbackGroup();
     /// True once a group was rolled back as a whole (a full disk, a failed commit): the items
     /// of every element of that group are gone, not only those of the element that failed.
     bool groupLost() const { return m_groupLost; }
+    /// For a design run: records, inside the open group, the staged outputs (sheets) the run
+    /// puts in place once the group is committed, so that the items and the sheets of a run
+    /// land together. A run cut off between the commit and the last rename is completed by
+    /// the next open of the store; clearPendingOutputs() forgets them once they are in place.
+    void recordPendingOutputs(std::span<const core::PendingRename> renames);
+    void clearPendingOutputs();
 
     std::optional<SteelItem> findItem(std::string_view mainKey) const;
     /// `delqnt`: deletes the item of that key; false when there was none.

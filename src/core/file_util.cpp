@@ -129,11 +129,12 @@ std::error_code writeFileBytes(const fs::path& path, std::span<const std::uint8_
 }
 
 fs::path writeTemporaryBeside(const fs::path& target, std::span<const std::uint8_t> bytes,
-                              bool sync) {
+                              bool sync, std::string_view tag) {
     const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
     std::random_device rd;
     const fs::path temp =
-        folder / ("." + target.filename().string() + ".tmp" + std::to_string(rd() % 1000000));
+        folder / ("." + target.filename().string() + "." + std::string(tag) +
+                  std::to_string(rd() % 1000000));
     if (const std::error_code err = writeFileBytes(temp, bytes, sync, FailedWrite::Remove)) {
         throw FileError(target, "The file cannot be saved: " + systemMessage(err.value()));
     }
@@ -212,17 +213,20 @@ void saveFileAtomically(const fs::path& target, std::string_view bytes,
     saveFileAtomically(target, std::vector<std::uint8_t>(bytes.begin(), bytes.end()), beforeRename);
 }
 
-std::vector<std::string> removeStaleTemporaries(const fs::path& folder, fs::file_time_type now) {
+std::vector<std::string> removeStaleTemporaries(const fs::path& folder, fs::file_time_type now,
+                                                std::string_view tag) {
+    const std::string dotTag = "." + std::string(tag);
+    const std::size_t tagLength = dotTag.size();
     std::vector<std::string> alone;
     std::error_code ec;
     for (auto it = fs::directory_iterator(folder, ec); !ec && it != fs::directory_iterator();
          it.increment(ec)) {
         const std::string name = it->path().filename().string();
-        // "." + target + ".tmp" + 1 to 6 digits.
-        const std::size_t tmp = name.rfind(".tmp");
+        // "." + target + "." + tag + 1 to 6 digits.
+        const std::size_t tmp = name.rfind(dotTag);
         if (name.size() < 2 || name[0] != '.' || tmp == std::string::npos || tmp < 2 ||
-            name.size() - tmp - 4 < 1 || name.size() - tmp - 4 > 6 ||
-            name.find_first_not_of("0123456789", tmp + 4) != std::string::npos) {
+            name.size() - tmp - tagLength < 1 || name.size() - tmp - tagLength > 6 ||
+            name.find_first_not_of("0123456789", tmp + tagLength) != std::string::npos) {
             continue;
         }
         std::error_code fileEc;

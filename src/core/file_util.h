@@ -50,11 +50,18 @@ enum class FailedWrite { KeepPart, Remove };
 std::error_code writeFileBytes(const std::filesystem::path& path,
                                std::span<const std::uint8_t> bytes, bool sync, FailedWrite failed);
 
+/// The tag of the temporaries of a save ("tmp"), and of the staged outputs of a design run
+/// ("run"), which a run's ledger may still have to put in place after a kill.
+inline constexpr std::string_view kSaveTemporaryTag = "tmp";
+inline constexpr std::string_view kRunTemporaryTag = "run";
+
 /// The steps of a save, for callers that write several files as one set: a temporary file
 /// beside `target` holding `bytes` (flushed to disk when `sync`), named "." + the target's
-/// name + ".tmp" + a number. Throws FileError (the temporary removed) when it cannot be written.
+/// name + "." + `tag` + a number. Throws FileError (the temporary removed) when it cannot be
+/// written.
 std::filesystem::path writeTemporaryBeside(const std::filesystem::path& target,
-                                           std::span<const std::uint8_t> bytes, bool sync);
+                                           std::span<const std::uint8_t> bytes, bool sync,
+                                           std::string_view tag = kSaveTemporaryTag);
 /// Renames a temporary over its target; on failure removes the temporary and throws FileError.
 void renameOver(const std::filesystem::path& temp, const std::filesystem::path& target);
 /// Makes the entries of a folder (renames, new files) durable.
@@ -70,13 +77,14 @@ void flushFileSystem(const std::filesystem::path& folder);
 /// milliseconds, and a design run keeps its staged temporaries for seconds.
 inline constexpr std::chrono::minutes kStaleTemporaryAge{10};
 
-/// Removes the temporaries of interrupted saves in `folder` (".NAME.tmpNNNNNN", the names
+/// Removes the temporaries of interrupted saves in `folder` (".NAME.<tag>NNNNNN", the names
 /// writeTemporaryBeside gives) last written at least kStaleTemporaryAge before `now`. Returns
 /// the names of the files whose temporary stood alone: a first save of that file was cut
 /// off, and nothing holds it. Errors of the folder are not reported (a temporary that cannot
 /// be removed stays).
 std::vector<std::string> removeStaleTemporaries(const std::filesystem::path& folder,
-                                                std::filesystem::file_time_type now);
+                                                std::filesystem::file_time_type now,
+                                                std::string_view tag = kSaveTemporaryTag);
 
 /// Creates a folder and its parents; a folder that exists already is not an error. Throws
 /// FileError when it cannot be created.

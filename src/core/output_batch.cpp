@@ -1,7 +1,11 @@
 // Derived outputs of a design run written as sets: temporaries first, one flush, then renames.
 #include "core/output_batch.h"
 
+#include <cerrno>
+#include <cstdio>
+
 #include <algorithm>
+#include <optional>
 #include <system_error>
 
 #include "core/error.h"
@@ -20,7 +24,54 @@ fs::path folderOf(const fs::path& target) {
     return target.has_parent_path() ? target.parent_path() : fs::path(".");
 }
 
+std::vector<fs::path> foldersOf(std::span<const PendingRename> renames) {
+    std::vector<fs::path> folders;
+    for (const PendingRename& r : renames) {
+        const fs::path folder = folderOf(r.target);
+        if (std::find(folders.begin(), folders.end(), folder) == folders.end()) {
+            folders.push_back(folder);
+        }
+    }
+    return folders;
+}
+
+// Renames a temporary over its target; false when the temporary is gone already.
+bool renameIfThere(const PendingRename& r) {
+    if (::rename(r.temp.c_str(), r.target.c_str()) == 0) {
+        return true;
+    }
+    const int err = errno;
+    if (err == ENOENT) {
+        std::error_code ec;
+        if (!fs::exists(r.temp, ec) && fs::is_directory(folderOf(r.target), ec)) {
+            return false;
+        }
+    }
+    std::error_code ec;
+    fs::remove(r.temp, ec);
+    throw FileError(r.target, "The file cannot be saved: " + std::generic_category().message(err));
+}
+
 } // namespace
+
+void completeRenames(std::span<const PendingRename> renames) {
+    std::optional<FileError> first;
+    for (const PendingRename& r : renames) {
+        try {
+            renameIfThere(r);
+        } catch (const FileError& e) {
+            if (!first) {
+                first = e;
+            }
+        }
+    }
+    for (const fs::path& folder : foldersOf(renames)) {
+        syncFolder(folder);
+    }
+    if (first) {
+        throw *first;
+    }
+}
 
 OutputBatch::OutputBatch(Durability durability) : m_durability(durability) {}
 
@@ -40,8 +91,10 @@ void OutputBatch::stage(std::span<const OutputFile> files) {
     try {
         for (const OutputFile& f : files) {
             const auto* data = reinterpret_cast<const std::uint8_t*>(f.bytes.data());
-            m_staged.push_back({writeTemporaryBeside(f.path, {data, f.bytes.size()},
-                                                     m_durability == Durability::PerFile),
+            const bool perFile = m_durability == Durability::PerFile;
+            m_staged.push_back({writeTemporaryBeside(f.path, {data, f.bytes.size()}, perFile,
+                                                     perFile ? kSaveTemporaryTag
+                                                             : kRunTemporaryTag),
                                 f.path});
         }
     } catch (...) {
@@ -51,6 +104,7 @@ void OutputBatch::stage(std::span<const OutputFile> files) {
 }
 
 void OutputBatch::discardFrom(std::size_t mark) {
+    m_prepared = m_prepared && mark >= m_staged.size();
     while (m_staged.size() > mark) {
         std::error_code ec;
         fs::remove(m_staged.back().temp, ec);
@@ -62,53 +116,61 @@ void OutputBatch::discard() {
     discardFrom(0);
 }
 
+std::vector<PendingRename> OutputBatch::prepare() {
+    std::vector<PendingRename> renames;
+    renames.reserve(m_staged.size());
+    for (const Staged& s : m_staged) {
+        renames.push_back({s.temp, s.target});
+    }
+    if (m_prepared || m_durability != Durability::PerRun || m_staged.empty()) {
+        m_prepared = true;
+        return renames;
+    }
+    // Every temporary is durable before any of them takes its target's name. A few files are
+    // flushed one by one; many are flushed by one flush of the file system, which costs one
+    // journal commit instead of one per file (but also writes out what other programs left
+    // unwritten there).
+    if (m_staged.size() <= kFilesFlushedOneByOne) {
+        for (const Staged& s : m_staged) {
+            syncFile(s.temp);
+        }
+    } else {
+        for (const fs::path& folder : foldersOf(renames)) {
+            flushFileSystem(folder);
+        }
+    }
+    m_prepared = true;
+    return renames;
+}
+
 std::vector<fs::path> OutputBatch::commit() {
     std::vector<fs::path> done;
     if (m_staged.empty()) {
         return done;
     }
-    std::vector<fs::path> folders;
-    for (const Staged& s : m_staged) {
-        const fs::path folder = folderOf(s.target);
-        if (std::find(folders.begin(), folders.end(), folder) == folders.end()) {
-            folders.push_back(folder);
-        }
-    }
-    if (m_durability == Durability::PerRun) {
-        // Every temporary is durable before any of them takes its target's name. A few files
-        // are flushed one by one; many are flushed by one flush of the file system, which
-        // costs one journal commit instead of one per file (but also writes out what other
-        // programs left unwritten there).
-        if (m_staged.size() <= kFilesFlushedOneByOne) {
-            for (const Staged& s : m_staged) {
-                syncFile(s.temp);
-            }
-        } else {
-            for (const fs::path& folder : folders) {
-                flushFileSystem(folder);
-            }
-        }
-    }
+    const std::vector<PendingRename> renames = prepare();
     std::size_t next = 0;
     try {
-        for (; next < m_staged.size(); ++next) {
-            renameOver(m_staged[next].temp, m_staged[next].target);
-            done.push_back(m_staged[next].target);
+        for (; next < renames.size(); ++next) {
+            renameIfThere(renames[next]);
+            done.push_back(renames[next].target);
         }
     } catch (...) {
-        // renameOver removed the failed temporary; the rest are removed here.
-        for (std::size_t k = next + 1; k < m_staged.size(); ++k) {
+        // The failed temporary is removed; the rest are removed here.
+        for (std::size_t k = next + 1; k < renames.size(); ++k) {
             std::error_code ec;
-            fs::remove(m_staged[k].temp, ec);
+            fs::remove(renames[k].temp, ec);
         }
         m_staged.clear();
-        for (const fs::path& folder : folders) {
+        m_prepared = false;
+        for (const fs::path& folder : foldersOf(renames)) {
             syncFolder(folder);
         }
         throw;
     }
     m_staged.clear();
-    for (const fs::path& folder : folders) {
+    m_prepared = false;
+    for (const fs::path& folder : foldersOf(renames)) {
         syncFolder(folder);
     }
     return done;

@@ -16,6 +16,18 @@ struct OutputFile {
     std::string bytes;
 };
 
+/// A staged temporary and the file it is to become.
+struct PendingRename {
+    std::filesystem::path temp;
+    std::filesystem::path target;
+};
+
+/// Puts pending temporaries in place, in order: each one that still stands is renamed over its
+/// target; one that is gone was put in place already (by an earlier try, or by another
+/// program completing the same run) and is passed over. Then makes the folders' entries
+/// durable. Throws FileError when a rename fails for another reason, after trying the rest.
+void completeRenames(std::span<const PendingRename> renames);
+
 /// Files staged now and put in place together later.
 ///
 /// stage() writes the temporaries of a set beside their targets; nothing visible changes yet.
@@ -23,8 +35,9 @@ struct OutputFile {
 /// that after a power cut a target holds either its old content or the whole new one, never a
 /// file that looks whole and is not. With `Durability::PerRun` the temporaries are written
 /// unsynced and the file system is flushed once in commit(): the cost of a run no longer grows
-/// with a disk flush per file. A batch that is destroyed without commit() (an error, a cancel)
-/// removes its temporaries and leaves every target as it was.
+/// with a disk flush per file, and the temporaries are tagged as a run's ("run", see
+/// core::kRunTemporaryTag), apart from those of saves. A batch that is destroyed without
+/// commit() (an error, a cancel) removes its temporaries and leaves every target as it was.
 class OutputBatch {
 public:
     enum class Durability {
@@ -46,9 +59,15 @@ public:
     void discardFrom(std::size_t mark);
     std::size_t staged() const { return m_staged.size(); }
 
-    /// Flushes (PerRun) and renames every staged temporary over its target in the order
-    /// staged, then makes the folders' entries durable. Throws FileError when a rename fails;
-    /// the temporaries not yet renamed are removed. Returns the targets put in place.
+    /// Makes every staged temporary durable (PerRun: one flush) and returns the renames that
+    /// commit() will do, so that a caller can record them, with what else the run changed,
+    /// before any target changes: a run cut off after that record can be completed later
+    /// (completeRenames). The batch keeps its temporaries until commit() or discard().
+    std::vector<PendingRename> prepare();
+    /// prepare() unless done, then renames every staged temporary over its target in the
+    /// order staged (one already gone counts as put in place) and makes the folders' entries
+    /// durable. Throws FileError when a rename fails; the temporaries not yet renamed are
+    /// removed. Returns the targets of the batch.
     std::vector<std::filesystem::path> commit();
     /// Removes every staged temporary.
     void discard();
@@ -60,6 +79,7 @@ private:
     };
     Durability m_durability;
     std::vector<Staged> m_staged;
+    bool m_prepared = false;
 };
 
 /// Saves one set of files at once (every temporary written and flushed before the first

@@ -1,4 +1,5 @@
-// The design job runner: one transaction per element, outputs staged and made durable once.
+// The design job runner: one store transaction per run (a savepoint per element), its sheets
+// staged, recorded with the transaction and put in place after it.
 #include "jobs/design_job.h"
 
 #include <optional>
@@ -10,10 +11,6 @@
 namespace orvak::jobs {
 
 namespace {
-
-// Elements whose steel items one transaction of the store takes: their shared pages are
-// written once per group, and a group holds the store's write lock for well under a second.
-constexpr std::size_t kElementsPerGroup = 25;
 
 // An element that could not be designed or written: its transaction has rolled back, and the
 // files it staged go too.
@@ -51,31 +48,23 @@ JobResult runDesignJob(const std::filesystem::path& projectFolder,
     std::optional<bars::IronDatabase> store;
     const std::size_t n = elements.size();
     const bool grouped = n > 1;
-    // Where the store's open group began: its elements' items land with its commit, and
-    // their sheets must not be put in place unless it does.
-    std::size_t groupMark = 0;
-    std::size_t groupFirst = 0;
-    // The store lost a whole group (a full disk, a failed commit): the sheets staged since the
-    // group began go, those of the groups before are put in place with their items, and the
-    // run stops with the reason.
+    // The whole run is one transaction of the store, each element a savepoint of it, and its
+    // sheets are put in place only once that transaction is committed with the list of them:
+    // a run cut off anywhere leaves either none of its items and sheets, or all of them (the
+    // next open of the store completes the renames). When the store loses the transaction (a
+    // full disk, a failed commit), nothing of the run is kept and the run stops with why.
     const auto stopRun = [&](const std::string& reason) {
-        batch.discardFrom(groupMark);
-        batch.commit();
+        batch.discard();
+        store->rollbackGroup();
         try {
             store->flushDeferred();
         } catch (const FileError&) {
         }
-        std::string where = "the elements designed before it have their new sheets and items";
-        if (groupFirst < n) {
-            const JobElement& from = elements[groupFirst];
-            where = fmt::format("the elements designed before floor {}, {} {} have their new "
-                                "sheets and items; it and the ones after keep their earlier ones",
-                                from.floor, from.kind, from.number);
-        }
         throw FileError(projectFolder,
                         fmt::format("The steel store could not keep the run's items ({}). The run "
-                                    "stopped: {}.",
-                                    reason, where));
+                                    "stopped, and nothing of it was kept: every element keeps "
+                                    "its earlier sheets and items.",
+                                    reason));
     };
     for (std::size_t i = 0; i < n; ++i) {
         if (observer.cancelRequested && observer.cancelRequested()) {
@@ -99,12 +88,12 @@ JobResult runDesignJob(const std::filesystem::path& projectFolder,
                 if (out.recordsSteel) {
                     if (!store) {
                         bars::IronDatabase db = bars::OpenIronDatabase(projectFolder);
-                        // One element commits as any save does; a longer run defers the
-                        // store's flushes to its end.
+                        // A run of one element is flushed as any save is; a longer run
+                        // defers the store's flushes to its end.
                         if (grouped) {
                             db.deferDurability();
-                            db.beginGroup();
                         }
+                        db.beginGroup();
                         store.emplace(std::move(db));
                     }
                     store->replaceElementItems(
@@ -135,34 +124,27 @@ JobResult runDesignJob(const std::filesystem::path& projectFolder,
             observer.finished(i + 1, n, report);
         }
         result.elements.push_back(std::move(report));
-        if (store && grouped && (i + 1) % kElementsPerGroup == 0) {
-            try {
-                store->commitGroup();
-            } catch (const FileError& e) {
-                stopRun(e.what());
-            }
-            groupMark = batch.staged();
-            groupFirst = i + 1;
-            store->beginGroup();
-        }
     }
-    if (store && grouped) {
-        try {
-            store->commitGroup();
-        } catch (const FileError& e) {
-            stopRun(e.what());
-        }
+    if (!store) {
+        batch.commit();
+        return result;
     }
     try {
-        batch.commit();
-    } catch (...) {
-        if (store && grouped) {
-            store->flushDeferred();
-        }
-        throw;
+        store->recordPendingOutputs(batch.prepare());
+        store->commitGroup();
+    } catch (const FileError& e) {
+        stopRun(e.what());
     }
-    if (store && grouped) {
+    // The items and the list of sheets are durable before the first sheet takes its name.
+    if (grouped) {
         store->flushDeferred();
+    }
+    // A rename that fails is reported; the list stays, and the next open of the store puts
+    // the rest in place.
+    batch.commit();
+    try {
+        store->clearPendingOutputs();
+    } catch (const FileError&) {
     }
     return result;
 }

@@ -70,16 +70,17 @@ struct JobResult {
     std::size_t failing() const;
 };
 
-/// Designs the elements in order. Each element's steel items are replaced and its files
-/// staged inside one transaction of the project's steel store: if its files cannot be
-/// written, its items stay as they were, and the other way round. An element that throws
-/// InputError or FileError is reported NotDesigned with that sentence and the run goes on.
-/// Outputs are derived data: they are written unsynced and made durable once, at the end of
-/// the run (files flushed, then renamed over their targets; the store's log checkpointed), so
-/// a power cut during a run may lose the run's outputs but never an input, and never leaves a
-/// sheet that looks whole and is not. Throws FileError when the store cannot be opened or the
-/// outputs cannot be put in place at the end, and InputError, before anything is designed,
-/// when the project holds an older Iron.MDB that is not imported yet.
+/// Designs the elements in order. The run is one transaction of the project's steel store,
+/// each element a savepoint of it: an element whose files cannot be staged, or that throws
+/// InputError or FileError, is reported NotDesigned with that sentence, keeps its earlier
+/// items and sheets, and the run goes on. The sheets are staged unsynced, made durable once,
+/// recorded in the store with the run's items, and renamed into place after the commit, so a
+/// run cut off anywhere (a kill, a power cut) leaves the items and sheets of the run before it
+/// or those of this run, never a mix: the next open of the store completes the renames.
+/// Inputs are never touched. Throws FileError when the store cannot be opened or loses the
+/// run (then nothing of the run is kept), or when the sheets cannot be put in place at the
+/// end; InputError, before anything is designed, when the project holds an older Iron.MDB
+/// that is not imported yet.
 JobResult runDesignJob(const std::filesystem::path& projectFolder,
                        const std::vector<JobElement>& elements, const JobObserver& observer = {});
 

@@ -3,11 +3,19 @@
 #include "jobs/design_job.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <chrono>
+#include <csignal>
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "bars/steel_store.h"
+#include "core/file_util.h"
+#include "core/output_batch.h"
 #include "core/error.h"
 #include "support/temp_dir.h"
 
@@ -36,7 +44,7 @@ protected:
             ElementOutputs out;
             out.report.status = ElementStatus::Designed;
             out.files.push_back({project() / ("E" + std::to_string(number) + ".Analy"),
-                                 std::string(last ? "last\r\n" : "sheet\r\n")});
+                                 std::string(last ? "last" : "sheet") + m_run + "\r\n"});
             out.recordsSteel = true;
             out.steelKind = bars::ElementKind::Extra;
             bars::SteelItem item;
@@ -52,6 +60,40 @@ protected:
         };
         return e;
     }
+    // The files of the project folder named as a temporary of a save or of a run.
+    std::vector<std::string> temporaries() const {
+        std::vector<std::string> found;
+        for (const auto& entry : fs::directory_iterator(project())) {
+            const std::string name = entry.path().filename().string();
+            if (name.find(".tmp") != std::string::npos || name.find(".run") != std::string::npos) {
+                found.push_back(name);
+            }
+        }
+        return found;
+    }
+    // Runs `body` in a child process that ends by being killed (SIGKILL) or by _exit, with
+    // no destructor run: as a program stopped by the user or the power. True when it died
+    // of the kill or exited 0.
+    static bool inKilledChild(const std::function<void()>& body) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            body();
+            ::_exit(0);
+        }
+        int status = -1;
+        ::waitpid(child, &status, 0);
+        return (WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) ||
+               (WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    }
+    std::vector<JobElement> elements(std::size_t n, float quantity) {
+        std::vector<JobElement> list;
+        for (std::size_t i = 1; i <= n; ++i) {
+            list.push_back(element(static_cast<int>(i), quantity));
+        }
+        return list;
+    }
+
+    std::string m_run; ///< written into every sheet: which run made it
     test::TempDir m_dir;
 };
 
@@ -98,10 +140,117 @@ TEST_F(DesignJob, AFailedElementKeepsItsEarlierOutputsAndItems) {
     EXPECT_EQ(db.findItem(bars::makeMainKey(3, 1, 2, 1, 0))->quantity, 7.0f);
     EXPECT_EQ(test::readBytes(project() / "E1.Analy"), "sheet\r\n");
     EXPECT_EQ(test::readBytes(project() / "E2.Analy"), "last\r\n");
-    for (const auto& entry : fs::directory_iterator(project())) {
-        EXPECT_EQ(entry.path().filename().string().find(".tmp"), std::string::npos)
-            << "a temporary was left: " << entry.path();
+    EXPECT_TRUE(temporaries().empty());
+}
+
+// A run killed anywhere leaves the project as one run or the other made it: the items in the
+// store and the sheets beside it always belong together.
+TEST_F(DesignJob, AKilledRunLeavesTheItemsAndSheetsOfOneRunTogether) {
+    runDesignJob(project(), elements(60, 4));
+
+    // Killed half way: nothing of the second run is kept.
+    m_run = " second";
+    ASSERT_TRUE(inKilledChild([&] {
+        JobObserver observer;
+        observer.finished = [](std::size_t k, std::size_t, const ElementReport&) {
+            if (k == 40) {
+                ::raise(SIGKILL);
+            }
+        };
+        runDesignJob(project(), elements(60, 7), observer);
+    }));
+    {
+        bars::IronDatabase db = bars::OpenIronDatabase(project());
+        EXPECT_EQ(db.itemCount(), 60u);
+        EXPECT_EQ(db.findItem(bars::makeMainKey(3, 1, 1, 1, 0))->quantity, 4.0f);
+        EXPECT_EQ(db.findItem(bars::makeMainKey(3, 1, 40, 1, 0))->quantity, 4.0f);
     }
+    EXPECT_EQ(test::readBytes(project() / "E1.Analy"), "sheet\r\n");
+
+    // Killed after the store took the run, before any sheet was renamed (the steps of the
+    // runner's end, stopped where a kill would): the next open puts the sheets in place.
+    ASSERT_TRUE(inKilledChild([&] {
+        core::OutputBatch batch;
+        bars::IronDatabase db = bars::OpenIronDatabase(project());
+        db.beginGroup();
+        for (int number : {1, 2}) {
+            const core::OutputFile sheet{project() / ("E" + std::to_string(number) + ".Analy"),
+                                         "third\r\n"};
+            bars::SteelItem item = *db.findItem(bars::makeMainKey(3, 1, number, 1, 0));
+            item.quantity = 9.0f;
+            db.replaceElementItems(bars::ElementKind::Extra, 1, static_cast<std::int16_t>(number),
+                                   {item}, [&] { batch.stage({&sheet, 1}); });
+        }
+        db.recordPendingOutputs(batch.prepare());
+        db.commitGroup();
+        ::raise(SIGKILL);
+    }));
+    EXPECT_EQ(test::readBytes(project() / "E1.Analy"), "sheet\r\n"); // not yet in place
+    {
+        bars::IronDatabase db = bars::OpenIronDatabase(project());
+        EXPECT_EQ(db.findItem(bars::makeMainKey(3, 1, 2, 1, 0))->quantity, 9.0f);
+    }
+    EXPECT_EQ(test::readBytes(project() / "E1.Analy"), "third\r\n");
+    EXPECT_EQ(test::readBytes(project() / "E2.Analy"), "third\r\n");
+    EXPECT_EQ(test::readBytes(project() / "E3.Analy"), "sheet\r\n");
+
+    // The temporaries of the run killed half way go once they are stale, without a word.
+    ASSERT_FALSE(temporaries().empty());
+    for (const std::string& name : temporaries()) {
+        fs::last_write_time(project() / name, fs::file_time_type::clock::now() -
+                                                  core::kStaleTemporaryAge - std::chrono::minutes(1));
+    }
+    bars::OpenIronDatabase(project());
+    EXPECT_TRUE(temporaries().empty());
+}
+
+// The store loses the run's transaction (its file may not grow: a full disk): the run stops
+// with why, and every element keeps its earlier sheet and items.
+TEST_F(DesignJob, AStoreThatCannotGrowStopsTheRunAndKeepsNothingOfIt) {
+    runDesignJob(project(), elements(3, 4));
+    const auto big = [this](int number) {
+        JobElement e = element(number, 7);
+        auto plain = e.design;
+        e.design = [plain, number](bool last) {
+            ElementOutputs out = plain(last);
+            // Many items with long keys: the store's log outgrows the limit on file size.
+            for (int mark = 2; mark <= 400; ++mark) {
+                bars::SteelItem item = out.items.front();
+                item.mark = static_cast<std::int16_t>(mark);
+                item.mainKey = bars::makeMainKey(3, 1, number, mark, 0);
+                item.description = std::string(25, 'd');
+                out.items.push_back(item);
+            }
+            return out;
+        };
+        return e;
+    };
+    const auto before = fs::file_size(project() / "Iron.db");
+    m_run = " second";
+    std::string message;
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{before + 16384, before + 16384};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        try {
+            runDesignJob(project(), {big(1), big(2), big(3)});
+        } catch (const FileError& e) {
+            const bool told = std::string(e.what()).find("nothing of it was kept") !=
+                              std::string::npos;
+            ::_exit(told ? 0 : 2);
+        }
+        ::_exit(1);
+    }
+    int status = -1;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 0) << "1: the run did not stop; 2: it did not say why";
+    bars::IronDatabase db = bars::OpenIronDatabase(project());
+    EXPECT_EQ(db.itemCount(), 3u);
+    EXPECT_EQ(db.findItem(bars::makeMainKey(3, 1, 1, 1, 0))->quantity, 4.0f);
+    EXPECT_EQ(test::readBytes(project() / "E1.Analy"), "sheet\r\n");
+    EXPECT_TRUE(temporaries().empty());
 }
 
 TEST_F(DesignJob, AnOldStoreNotYetImportedStopsTheRunBeforeANewOneIsMade) {
