@@ -571,6 +571,9 @@ void IronDatabase::deferDurability() {
     guarded(m_path, [&] {
         // Only a write-ahead log keeps the store whole without a flush per commit; where the
         // file system refuses one, the commits stay fully synced.
+        // A run is one transaction: its changed pages stay in memory until the commit rather
+        // than spill into the log and be read back (64 MB; the pages of a building's items).
+        m_db->exec("PRAGMA cache_size = -65536");
         SQLite::Statement mode(*m_db, "PRAGMA journal_mode = WAL");
         if (mode.executeStep() && mode.getColumn(0).getString() == "wal") {
             m_db->exec("PRAGMA synchronous = NORMAL");
