@@ -319,30 +319,57 @@ std::string storedName(const fs::path& path, const fs::path& folder) {
     return relative.string();
 }
 
-// Completes the run that recorded its outputs and was cut off before putting all of them in
-// place, then removes the staged outputs of runs cut off before their commit. Nothing here
-// stops the store from opening: what cannot be done now is tried at the next open.
-void completeInterruptedRun(SQLite::Database& db, const fs::path& file) {
+// A design run holds the store's write lock from before its first sheet is staged until its
+// commit, and lists its sheets in the store before it releases it. So when the lock can be
+// taken at once, no run is under way: the sheets a list still names are put in place (the
+// run was cut off after its commit), and every other staged sheet of a run is an orphan of a
+// run cut off before its commit, whatever its age. When a run holds the lock, nothing is
+// done; the next open tries again. Nothing here stops the store from opening.
+void completeInterruptedRun(SQLite::Database& db, const fs::path& file, int busyTimeoutMs) {
     const fs::path folder = file.has_parent_path() ? file.parent_path() : fs::path(".");
+    sqlite3_busy_timeout(db.getHandle(), 0);
+    try {
+        db.exec("BEGIN IMMEDIATE");
+    } catch (const SQLite::Exception&) {
+        sqlite3_busy_timeout(db.getHandle(), busyTimeoutMs);
+        return;
+    }
+    sqlite3_busy_timeout(db.getHandle(), busyTimeoutMs);
+    bool orphansOnly = true;
     try {
         if (hasPendingTable(db)) {
             std::vector<core::PendingRename> renames;
-            SQLite::Statement st(db, "SELECT TEMPNAME, TARGETNAME FROM " +
-                                         std::string(kPendingTable) + " ORDER BY rowid");
-            while (st.executeStep()) {
-                renames.push_back({folder / st.getColumn(0).getString(),
-                                   folder / st.getColumn(1).getString()});
+            {
+                SQLite::Statement st(db, "SELECT TEMPNAME, TARGETNAME FROM " +
+                                             std::string(kPendingTable) + " ORDER BY rowid");
+                while (st.executeStep()) {
+                    renames.push_back({folder / st.getColumn(0).getString(),
+                                       folder / st.getColumn(1).getString()});
+                }
             }
             if (!renames.empty()) {
+                orphansOnly = false;
                 core::completeRenames(renames);
                 db.exec("DELETE FROM " + std::string(kPendingTable));
+                orphansOnly = true;
             }
         }
+        // A list that could not be completed keeps its temporaries for the next try.
+        if (orphansOnly) {
+            core::removeStaleTemporaries(folder, fs::file_time_type::clock::now(),
+                                         core::kRunTemporaryTag,
+                                         fs::file_time_type::duration::zero());
+        }
+        db.exec("COMMIT");
     } catch (const SQLite::Exception&) {
     } catch (const FileError&) {
     }
-    core::removeStaleTemporaries(folder, fs::file_time_type::clock::now(),
-                                 core::kRunTemporaryTag);
+    try {
+        if (sqlite3_get_autocommit(db.getHandle()) == 0) {
+            db.exec("ROLLBACK");
+        }
+    } catch (const SQLite::Exception&) {
+    }
 }
 
 } // namespace
@@ -428,7 +455,7 @@ IronDatabase IronDatabase::openFile(const fs::path& file, int busyTimeoutMs) {
             file, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE, busyTimeoutMs);
         db->exec("PRAGMA foreign_keys = ON");
         prepareSchema(*db, file);
-        completeInterruptedRun(*db, file);
+        completeInterruptedRun(*db, file, busyTimeoutMs);
         return IronDatabase(file, std::move(db));
     });
 }

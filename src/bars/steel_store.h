@@ -108,9 +108,9 @@ public:
     /// `OpenIronDatabase`: opens Iron.db of the project folder, creating it with the table and
     /// its eight indexes when it does not exist (or is an empty file). A file that is not a
     /// database, or holds a different table of that name, is refused and left untouched.
-    /// A design run that was cut off after its items were committed has its sheets put in
-    /// place now, and the staged outputs of runs cut off earlier (core::kRunTemporaryTag,
-    /// older than core::kStaleTemporaryAge) are removed.
+    /// Unless a design run holds the store now: a run that was cut off after its items were
+    /// committed has its sheets put in place, and the staged sheets of runs cut off before
+    /// their commit (core::kRunTemporaryTag) are removed.
     static IronDatabase open(const std::filesystem::path& projectFolder,
                              int busyTimeoutMs = kIronDatabaseBusyMs);
     /// The same for a store at an explicit file path (an import builds one under a
@@ -170,6 +170,8 @@ public:
     /// puts in place once the group is committed, so that the items and the sheets of a run
     /// land together. A run cut off between the commit and the last rename is completed by
     /// the next open of the store; clearPendingOutputs() forgets them once they are in place.
+    /// A run stages its sheets only while its group is open (it holds the store's write lock),
+    /// which is how an open tells a run under way from one that was cut off.
     void recordPendingOutputs(std::span<const core::PendingRename> renames);
     void clearPendingOutputs();
 

@@ -214,7 +214,8 @@ void saveFileAtomically(const fs::path& target, std::string_view bytes,
 }
 
 std::vector<std::string> removeStaleTemporaries(const fs::path& folder, fs::file_time_type now,
-                                                std::string_view tag) {
+                                                std::string_view tag,
+                                                fs::file_time_type::duration minimumAge) {
     const std::string dotTag = "." + std::string(tag);
     const std::size_t tagLength = dotTag.size();
     std::vector<std::string> alone;
@@ -234,7 +235,7 @@ std::vector<std::string> removeStaleTemporaries(const fs::path& folder, fs::file
             continue;
         }
         const fs::file_time_type written = it->last_write_time(fileEc);
-        if (fileEc || now - written < kStaleTemporaryAge) {
+        if (fileEc || now - written < minimumAge) {
             continue;
         }
         const std::string target = name.substr(1, tmp - 1);

@@ -78,13 +78,14 @@ void flushFileSystem(const std::filesystem::path& folder);
 inline constexpr std::chrono::minutes kStaleTemporaryAge{10};
 
 /// Removes the temporaries of interrupted saves in `folder` (".NAME.<tag>NNNNNN", the names
-/// writeTemporaryBeside gives) last written at least kStaleTemporaryAge before `now`. Returns
+/// writeTemporaryBeside gives) last written at least `minimumAge` before `now`. Returns
 /// the names of the files whose temporary stood alone: a first save of that file was cut
 /// off, and nothing holds it. Errors of the folder are not reported (a temporary that cannot
 /// be removed stays).
-std::vector<std::string> removeStaleTemporaries(const std::filesystem::path& folder,
-                                                std::filesystem::file_time_type now,
-                                                std::string_view tag = kSaveTemporaryTag);
+std::vector<std::string> removeStaleTemporaries(
+    const std::filesystem::path& folder, std::filesystem::file_time_type now,
+    std::string_view tag = kSaveTemporaryTag,
+    std::filesystem::file_time_type::duration minimumAge = kStaleTemporaryAge);
 
 /// Creates a folder and its parents; a folder that exists already is not an error. Throws
 /// FileError when it cannot be created.

@@ -66,6 +66,18 @@ JobResult runDesignJob(const std::filesystem::path& projectFolder,
                                     "its earlier sheets and items.",
                                     reason));
     };
+    if (n == 0) {
+        return result;
+    }
+    // The run holds the store's write lock from before its first sheet is staged: another
+    // program opening the store meanwhile then knows that the staged sheets are not orphans.
+    // A run of one element is flushed as any save is; a longer run defers the store's
+    // flushes to its end.
+    store.emplace(bars::OpenIronDatabase(projectFolder));
+    if (grouped) {
+        store->deferDurability();
+    }
+    store->beginGroup();
     for (std::size_t i = 0; i < n; ++i) {
         if (observer.cancelRequested && observer.cancelRequested()) {
             result.cancelled = true;
@@ -86,16 +98,6 @@ JobResult runDesignJob(const std::filesystem::path& projectFolder,
                     batch.stage(out.scratchFiles);
                 };
                 if (out.recordsSteel) {
-                    if (!store) {
-                        bars::IronDatabase db = bars::OpenIronDatabase(projectFolder);
-                        // A run of one element is flushed as any save is; a longer run
-                        // defers the store's flushes to its end.
-                        if (grouped) {
-                            db.deferDurability();
-                        }
-                        db.beginGroup();
-                        store.emplace(std::move(db));
-                    }
                     store->replaceElementItems(
                         out.steelKind, static_cast<std::int16_t>(element.floor),
                         static_cast<std::int16_t>(element.number), out.items, stage);
@@ -108,7 +110,7 @@ JobResult runDesignJob(const std::filesystem::path& projectFolder,
                 }
             }
         } catch (const FileError& e) {
-            if (store && store->groupLost()) {
+            if (store->groupLost()) {
                 stopRun(e.what());
             }
             failElement(report, batch, mark, e.what());
@@ -124,10 +126,6 @@ JobResult runDesignJob(const std::filesystem::path& projectFolder,
             observer.finished(i + 1, n, report);
         }
         result.elements.push_back(std::move(report));
-    }
-    if (!store) {
-        batch.commit();
-        return result;
     }
     try {
         store->recordPendingOutputs(batch.prepare());

@@ -159,12 +159,15 @@ TEST_F(DesignJob, AKilledRunLeavesTheItemsAndSheetsOfOneRunTogether) {
         };
         runDesignJob(project(), elements(60, 7), observer);
     }));
+    // Its staged sheets are orphans: the next open of the store removes them.
+    EXPECT_FALSE(temporaries().empty());
     {
         bars::IronDatabase db = bars::OpenIronDatabase(project());
         EXPECT_EQ(db.itemCount(), 60u);
         EXPECT_EQ(db.findItem(bars::makeMainKey(3, 1, 1, 1, 0))->quantity, 4.0f);
         EXPECT_EQ(db.findItem(bars::makeMainKey(3, 1, 40, 1, 0))->quantity, 4.0f);
     }
+    EXPECT_TRUE(temporaries().empty());
     EXPECT_EQ(test::readBytes(project() / "E1.Analy"), "sheet\r\n");
 
     // Killed after the store took the run, before any sheet was renamed (the steps of the
@@ -194,14 +197,25 @@ TEST_F(DesignJob, AKilledRunLeavesTheItemsAndSheetsOfOneRunTogether) {
     EXPECT_EQ(test::readBytes(project() / "E2.Analy"), "third\r\n");
     EXPECT_EQ(test::readBytes(project() / "E3.Analy"), "sheet\r\n");
 
-    // The temporaries of the run killed half way go once they are stale, without a word.
-    ASSERT_FALSE(temporaries().empty());
-    for (const std::string& name : temporaries()) {
-        fs::last_write_time(project() / name, fs::file_time_type::clock::now() -
-                                                  core::kStaleTemporaryAge - std::chrono::minutes(1));
-    }
-    bars::OpenIronDatabase(project());
     EXPECT_TRUE(temporaries().empty());
+}
+
+// Another program opening the store while a run is under way leaves the run's staged sheets
+// alone: the run holds the store's write lock until its commit.
+TEST_F(DesignJob, AnOpenDuringARunLeavesItsStagedSheetsAlone) {
+    bars::IronDatabase running = bars::OpenIronDatabase(project());
+    running.beginGroup();
+    core::OutputBatch batch;
+    const core::OutputFile sheet{project() / "E1.Analy", "staged\r\n"};
+    batch.stage({&sheet, 1});
+    const auto staged = temporaries();
+    ASSERT_EQ(staged.size(), 1u);
+    bars::IronDatabase::open(project(), 0); // another program's open, while the run holds it
+    EXPECT_EQ(temporaries(), staged);
+    running.recordPendingOutputs(batch.prepare());
+    running.commitGroup();
+    batch.commit();
+    EXPECT_EQ(test::readBytes(project() / "E1.Analy"), "staged\r\n");
 }
 
 // The store loses the run's transaction (its file may not grow: a full disk): the run stops
