@@ -1,7 +1,8 @@
-// libFuzzer target of the record file reader: any bytes on disk, any record length, every
-// record and every field of a small layout read back without a crash or an out-of-bounds read.
-#include <unistd.h>
-
+// libFuzzer target of the record file reader, whole records only (a partial last record is
+// not a record) and with the rounded count of the bar tables (half a record or more counts):
+// any bytes on disk, any record length, every record and every field of a small layout read
+// back without a crash or an out-of-bounds read, the count as the rule says, and a record
+// written past the end reads back byte for byte.
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -10,6 +11,7 @@
 #include <string>
 
 #include "core/record.h"
+#include "fuzz_support.h"
 
 namespace {
 
@@ -25,51 +27,17 @@ constexpr auto kLayout = packFields(std::array<FieldSpec, 6>{{
     {"Table", FieldType::Int16, 0, 3},
 }});
 
-// A scratch folder of this process, removed when the fuzzer exits.
-class ScratchFolder {
-public:
-    ScratchFolder() : m_folder(base() / ("orvak-fuzz-record-" + std::to_string(::getpid()))) {
-        std::filesystem::create_directories(m_folder);
-    }
-    ~ScratchFolder() {
-        std::error_code ec;
-        std::filesystem::remove_all(m_folder, ec);
-    }
-    std::filesystem::path file() const { return m_folder / "RECORDS.DAT"; }
-
-private:
-    // Memory-backed when the host has it: the target writes and reads a file per input.
-    static std::filesystem::path base() {
-        std::error_code ec;
-        if (std::filesystem::is_directory("/dev/shm", ec)) {
-            return "/dev/shm";
-        }
-        return std::filesystem::temp_directory_path();
-    }
-
-    std::filesystem::path m_folder;
-};
-
-// A plain write: the crash-safe save syncs to disk, which would slow the fuzzer a hundredfold.
-void writeFile(const std::filesystem::path& path, const std::uint8_t* data, std::size_t size) {
-    std::FILE* out = std::fopen(path.c_str(), "wb");
-    if (out == nullptr || std::fwrite(data, 1, size, out) != size) {
-        std::abort();
-    }
-    std::fclose(out);
-}
-
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const ScratchFolder scratch;
-    const std::filesystem::path file = scratch.file();
+    static const orvak::fuzz::ScratchFolder scratch("record");
+    const std::filesystem::path file = scratch.path() / "RECORDS.DAT";
     if (size == 0) {
         return 0;
     }
     // The first byte chooses the record length (1..256); the rest is the file.
     const std::size_t recordLength = static_cast<std::size_t>(data[0]) + 1;
-    writeFile(file, data + 1, size - 1);
+    orvak::fuzz::writeFile(file, data + 1, size - 1);
 
     for (const auto count : {RecordFile::Count::Truncate, RecordFile::Count::Round}) {
         RecordFile records = RecordFile::load(file, recordLength, count);
