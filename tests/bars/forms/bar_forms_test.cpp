@@ -65,12 +65,8 @@ protected:
 
     fs::path general() const { return m_shell.generalFolder(); }
 
-    /// Types a value into a cell the way the grid's editor commits it (0-based).
     static bool type(BarTableForm& form, int row, int column, const QString& text) {
-        ui::InputGridModel* model = form.grid()->model();
-        const bool stored = model->setData(model->index(row, column), text, Qt::EditRole);
-        QCoreApplication::processEvents(); // a refusal is told once the editor is gone
-        return stored;
+        return test::typeInto(*form.grid(), row, column, text);
     }
 };
 

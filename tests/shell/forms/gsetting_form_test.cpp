@@ -23,11 +23,7 @@ protected:
     }
 
     bool type(int row, const QString& text) {
-        ui::InputGrid* grid = m_form->grid();
-        const bool stored =
-            grid->model()->setData(grid->model()->index(row, 0), text, Qt::EditRole);
-        QCoreApplication::processEvents();
-        return stored;
+        return test::typeInto(*m_form->grid(), row, 0, text);
     }
 
     fs::path swc() const { return home() / "GENERAL" / "SWC"; }
