@@ -196,10 +196,8 @@ TEST_F(CliBeam, ProjectBeamWritesCaseFilesAndUnstableBeamFails) {
         run({"beam", "analyse", a.string(), "--floor", "2", "--beam", "1", "--scheme", "1"});
     ASSERT_EQ(table.code, 0) << table.err;
     EXPECT_NE(table.out.find("Envelope"), std::string::npos);
+    // One case of scheme 1: one record of each case file (their layout is the case files' test).
     EXPECT_EQ(fs::file_size(a / "LdCases.dat"), 16699u);
-    EXPECT_EQ(fs::file_size(a / "CasesT1.dat"), 19895u);
-    EXPECT_EQ(fs::file_size(a / "CasesT2.dat"), 19522u);
-    EXPECT_EQ(fs::file_size(a / "CasesT3.dat"), 19522u);
 
     json loose = twoSpanBeam();
     for (auto& s : loose["supports"]) {
