@@ -5,15 +5,11 @@
 
 #include <QAction>
 #include <QCoreApplication>
-#include <QDir>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
-#include <QMenuBar>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QStatusBar>
-#include <QToolTip>
 #include <set>
 #include <utility>
 
@@ -182,50 +178,6 @@ TEST_F(MenuTableTest, ItemsNotInThisVersionSaySo) {
     columns->hide();
     QCoreApplication::processEvents();
     EXPECT_TRUE(window.statusBar()->currentMessage().isEmpty());
-}
-
-/// A picture of the main window with a menu open and a greyed item under the mouse, for a
-/// reader to judge; made only when ORVAK_SCREENSHOT_DIR names a folder.
-TEST_F(MenuTableTest, Screenshot) {
-    const QString folder = qEnvironmentVariable("ORVAK_SCREENSHOT_DIR");
-    if (folder.isEmpty()) {
-        GTEST_SKIP() << "ORVAK_SCREENSHOT_DIR is not set";
-    }
-    QDir().mkpath(folder);
-    shell::ShellState shell = startShell();
-    MdiMain window(shell);
-    window.setRemembersGeometry(false);
-    window.resize(1000, 640);
-    window.show();
-    window.menuItem(MainMenu::Setting, setting_item::kAreasForBars)->trigger();
-    QCoreApplication::processEvents();
-
-    QMenu* setting = window.menu(MainMenu::Setting);
-    const QRect entry = window.menuBar()->actionGeometry(setting->menuAction());
-    const QPoint below = window.menuBar()->mapTo(&window, entry.bottomLeft());
-    setting->popup(window.mapToGlobal(below));
-    QCoreApplication::processEvents();
-    QAction* filling = window.menuItem(MainMenu::Setting, setting_item::kFilling);
-    const QPoint over = setting->actionGeometry(filling).center();
-    QMouseEvent move(QEvent::MouseMove, over, setting->mapToGlobal(over), Qt::NoButton,
-                     Qt::NoButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(setting, &move);
-    QToolTip::showText(setting->mapToGlobal(over + QPoint(12, 16)), filling->toolTip(), setting);
-    QCoreApplication::processEvents();
-
-    // The menu and the tooltip are windows of their own: they are painted onto the picture
-    // of the main window where they stand.
-    QPixmap picture = window.grab();
-    QPainter painter(&picture);
-    painter.drawPixmap(below, setting->grab());
-    for (QWidget* top : QApplication::topLevelWidgets()) {
-        if (top->isVisible() && top->inherits("QTipLabel")) {
-            painter.drawPixmap(window.mapFromGlobal(top->pos()), top->grab());
-        }
-    }
-    painter.end();
-    EXPECT_TRUE(picture.save(folder + "/orvak-main-menu.png"));
-    setting->hide();
 }
 
 } // namespace

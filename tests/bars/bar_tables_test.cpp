@@ -168,7 +168,7 @@ TEST_F(BarTables, TwentyRecordsShowSixteenRowsWhileAllValidDiametersAreListed) {
     EXPECT_EQ(list.count(), 18);
 }
 
-TEST_F(BarTables, LookupMatchesTheDiameterExactlyAndHandsAreaAndWeight) {
+TEST_F(BarTables, LookupMatchesTheDiameterExactlyAndNeedsATable) {
     test::writeBytes(file(kRoundbarFile),
                      roundbar('1', {12.0f, 0.89f, 1.13f}) + roundbar('1', {13.0f, 1.04f, 1.33f}));
     const BarPropertyTable table = LoadBarProperties(general());
@@ -179,12 +179,12 @@ TEST_F(BarTables, LookupMatchesTheDiameterExactlyAndHandsAreaAndWeight) {
     EXPECT_EQ(bar13->weightKgPerM, 1.04f);
     EXPECT_EQ(bar13->areaCm2, 1.33f);
     EXPECT_FALSE(FindBarProperties(12.0f, {}).has_value());
-}
 
-TEST_F(BarTables, MissingOrEmptyRoundbarMakesNoTableAvailable) {
+    // A missing or empty file makes no table available, and reading makes no file.
+    fs::remove(file(kRoundbarFile));
     EXPECT_FALSE(LoadBarDiameters(general()).barTableAvailable);
     EXPECT_FALSE(LoadBarProperties(general()).available);
-    EXPECT_FALSE(fs::exists(file(kRoundbarFile))); // the read operations make no file
+    EXPECT_FALSE(fs::exists(file(kRoundbarFile)));
     test::writeBytes(file(kRoundbarFile), "");
     EXPECT_FALSE(LoadBarDiameters(general()).barTableAvailable);
 }

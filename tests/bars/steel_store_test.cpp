@@ -45,12 +45,6 @@ protected:
     fs::path dbFile() const { return m_dir / "Iron.db"; }
 };
 
-TEST(SteelStoreKey, FiveNumbersFillTheirPlacesKeepingTheLowDigits) {
-    EXPECT_EQ(makeMainKey(1, 2, 15, 7, 0), "01.002.015.0007.000");
-    EXPECT_EQ(makeMainKey(0, 1234, 0, 0, 0), "00.234.000.0000.000");
-    EXPECT_EQ(makeMainKey(123, 0, 0, 123456, 1000), "23.000.000.3456.000");
-}
-
 TEST_F(SteelStore, FirstOpenCreatesTheTableWithItsFieldsAndIndexes) {
     { IronDatabase::open(project()); }
     ASSERT_TRUE(fs::exists(dbFile()));
@@ -151,6 +145,9 @@ TEST_F(SteelStore, ManualItemsAreCutToTheirFieldsAndWideKeysCollide) {
     m.description = "  a description longer than twenty-five  ";
     const SteelItem first = itemFromManual(m);
     EXPECT_EQ(first.mainKey, "01.002.015.0007.000");
+    // Each number keeps its low digits in its place.
+    EXPECT_EQ(makeMainKey(0, 1234, 0, 0, 0), "00.234.000.0000.000");
+    EXPECT_EQ(makeMainKey(123, 0, 0, 123456, 1000), "23.000.000.3456.000");
     EXPECT_EQ(first.element, "GROUNDFLOO");
     EXPECT_EQ(first.description, "a description longer than");
 

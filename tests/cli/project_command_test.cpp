@@ -41,8 +41,6 @@ TEST_F(Cli, ProjectNewCreatesTheRecordAndRefusesToCreateItTwice) {
     const fs::path gen = projects / "job.prj" / "GEN.CST";
     const std::string bytes = test::readBytes(gen);
     ASSERT_EQ(bytes.size(), 611u);
-    EXPECT_EQ(bytes[0], '1');
-    EXPECT_EQ(bytes.substr(601), "Sheet1    ");
     const auto stamp = fs::last_write_time(gen);
 
     const CliRun second = run({"project", "new", projects.string(), "job"});

@@ -88,7 +88,7 @@ TEST(SafeSave, ReadOnlyFolderIsAFileErrorAndKeepsTheOldFile) {
     EXPECT_EQ(folderEntries(folder), std::vector<std::string>{"GEN.CST"});
 }
 
-TEST(SafeSave, FolderStandingAsTargetIsAFileError) {
+TEST(SafeSave, FoldersInTheWayAreFileErrors) {
     test::TempDir dir;
     fs::create_directory(dir / "BEAMS.1");
     test::writeBytes(dir / "BEAMS.1" / "inner", "x");
@@ -99,6 +99,12 @@ TEST(SafeSave, FolderStandingAsTargetIsAFileError) {
     EXPECT_THROW(saveFileAtomically(dir / "missing" / "GEN.CST", std::string_view("new")),
                  FileError);
     EXPECT_FALSE(fs::exists(dir / "missing"));
+
+    // Making a folder is quiet when it exists, and fails under a file.
+    makeFolder(dir / "a" / "b");
+    EXPECT_TRUE(fs::is_directory(dir / "a" / "b"));
+    EXPECT_NO_THROW(makeFolder(dir / "a" / "b"));
+    EXPECT_THROW(makeFolder(dir / "BEAMS.1" / "inner" / "sub"), FileError);
 }
 
 TEST(SafeSave, StaleTemporariesOfCutOffSavesAreRemovedAndALoneOneIsNamed) {
@@ -124,7 +130,7 @@ TEST(SafeSave, StaleTemporariesOfCutOffSavesAreRemovedAndALoneOneIsNamed) {
     EXPECT_EQ(test::readBytes(dir / "BEAMS.1"), "whole");
 }
 
-TEST(FileLookup, FindsAFileWhateverItsCase) {
+TEST(FileLookup, FindsAFileWhateverItsCasePreferringTheExactName) {
     test::TempDir dir;
     test::writeBytes(dir / "GEN.CST", "x");
     test::writeBytes(dir / "LdCases.dat", "y");
@@ -135,14 +141,10 @@ TEST(FileLookup, FindsAFileWhateverItsCase) {
 
     EXPECT_EQ(resolveNoCase(dir.path(), "gen.cst"), dir / "GEN.CST");
     EXPECT_EQ(resolveNoCase(dir.path(), "BMSETING.DAT"), dir / "BMSETING.DAT");
-}
 
-TEST(FileLookup, ExactNameIsPreferred) {
-    test::TempDir dir;
     // Create the other spellings first, so that a lookup that takes the first match of the
     // folder listing is likely to pick the wrong one.
     test::writeBytes(dir / "Gen.Cst", "a");
-    test::writeBytes(dir / "GEN.CST", "b");
     test::writeBytes(dir / "gen.cst", "c");
     EXPECT_EQ(findFileNoCase(dir.path(), "gen.cst"), dir / "gen.cst");
     EXPECT_EQ(findFileNoCase(dir.path(), "Gen.Cst"), dir / "Gen.Cst");
@@ -160,15 +162,6 @@ TEST(FileLookup, UserTypedNamesStayInsideTheFolder) {
                                         ".hidden"sv, "a..b"sv, "\xF9\xEC\xE5\xED"sv /* Hebrew */}) {
         EXPECT_TRUE(isSafeFileComponent(good)) << "refused \"" << good << "\"";
     }
-}
-
-TEST(FileLookup, MakeFolderIsQuietWhenTheFolderExists) {
-    test::TempDir dir;
-    makeFolder(dir / "a" / "b");
-    EXPECT_TRUE(fs::is_directory(dir / "a" / "b"));
-    EXPECT_NO_THROW(makeFolder(dir / "a" / "b"));
-    test::writeBytes(dir / "file", "x");
-    EXPECT_THROW(makeFolder(dir / "file" / "sub"), FileError);
 }
 
 } // namespace

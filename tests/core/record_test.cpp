@@ -49,7 +49,7 @@ RecordBuffer fromString(const std::string& bytes) {
     return RecordBuffer(std::vector<std::uint8_t>(bytes.begin(), bytes.end()));
 }
 
-TEST(RecordCodec, WritesGoldenBytes) {
+TEST(RecordCodec, WritesAndReadsGoldenBytes) {
     RecordBuffer rec = blankRecord(kSample);
     rec.setText(kSample["Mark"], "1");
     rec.setInt16(kSample["Count"], -2);
@@ -60,10 +60,8 @@ TEST(RecordCodec, WritesGoldenBytes) {
     rec.setInt32(kSample["Total"], -100000);
     EXPECT_EQ(asString(rec), kGolden);
     EXPECT_TRUE(rec.inUse());
-}
 
-TEST(RecordCodec, ReadsGoldenBytes) {
-    const RecordBuffer rec = fromString(kGolden);
+    rec = fromString(kGolden);
     EXPECT_EQ(rec.getText(kSample["Mark"]), "1");
     EXPECT_EQ(rec.getInt16(kSample["Count"]), -2);
     EXPECT_EQ(rec.getSingle(kSample["Load"]), 1.5f); // exact: 1.5 is a binary fraction
@@ -121,8 +119,10 @@ protected:
 };
 
 TEST_F(RecordFileTest, CountIsWholeRecordsOfTheFileLength) {
-    // A missing file is an empty file.
+    // A missing file is an empty file; a folder in its place is an error.
     EXPECT_EQ(RecordFile::load(file, 21).count(), 0u);
+    std::filesystem::create_directory(dir / "FOLDER.DAT");
+    EXPECT_THROW(RecordFile::load(dir / "FOLDER.DAT", 21), FileError);
 
     // Three records and 5 stray bytes: 5 < 21/2, so even rounding counts 3.
     test::writeBytes(file, kGolden + kGolden + kGolden + "12345");
@@ -142,17 +142,11 @@ TEST_F(RecordFileTest, CountIsWholeRecordsOfTheFileLength) {
     EXPECT_EQ(RecordFile::load(file, 21, RecordFile::Count::Round).count(), 1u);
 }
 
-TEST_F(RecordFileTest, ReadBeyondTheEndGivesZeroBytes) {
-    test::writeBytes(file, kGolden);
-    const RecordFile records = RecordFile::load(file, 21);
-    EXPECT_EQ(asString(records.read(1)), kGolden);
-    EXPECT_EQ(asString(records.read(2)), std::string(21, '\0'));
-    EXPECT_EQ(asString(records.read(500)), std::string(21, '\0'));
-}
-
-TEST_F(RecordFileTest, WriteBeyondTheEndExtendsAndSaves) {
+TEST_F(RecordFileTest, ReadAndWriteBeyondTheEnd) {
     test::writeBytes(file, kGolden);
     RecordFile records = RecordFile::load(file, 21);
+    EXPECT_EQ(asString(records.read(1)), kGolden);
+    EXPECT_EQ(asString(records.read(500)), std::string(21, '\0')) << "zero bytes past the end";
     RecordBuffer rec = fromString(kGolden);
     rec.setInt16(kSample["Count"], 7); // 07 00
     records.write(4, rec);
@@ -186,11 +180,6 @@ TEST_F(RecordFileTest, SavingKeepsAPartialLastRecordUntilAWriteCoversIt) {
     records.write(2, fromString(kGolden));
     records.save();
     EXPECT_EQ(test::readBytes(file), expected1 + kGolden);
-}
-
-TEST_F(RecordFileTest, FolderInPlaceOfTheFileIsAFileError) {
-    std::filesystem::create_directory(file);
-    EXPECT_THROW(RecordFile::load(file, 21), FileError);
 }
 
 } // namespace

@@ -62,10 +62,8 @@ protected:
         m_form.setMessageHook([this](const QString& m) { m_messages << m; });
     }
 
-    /// Types a value into a cell the way the grid's editor commits it (0-based).
     bool type(int row, int column, const QString& text) {
-        InputGridModel* model = m_form.grid()->model();
-        return model->setData(model->index(row, column), text, Qt::EditRole);
+        return test::typeInto(*m_form.grid(), row, column, text);
     }
 
     fs::path file() const { return m_shell.generalFolder() / "PARTS.DAT"; }

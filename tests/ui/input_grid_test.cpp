@@ -80,7 +80,7 @@ protected:
     QStringList m_messages;
 };
 
-TEST_F(InputGridTest, NumberCellTakesOnlyTheKeysOfANumber) {
+TEST_F(InputGridTest, CellsTakeOnlyTheKeysOfTheirKind) {
     QLineEdit* editor = typeOnCell(0, 1, "1.5");
     ASSERT_NE(editor, nullptr);
     QTest::keyClicks(editor, ".x+A");
@@ -102,20 +102,17 @@ TEST_F(InputGridTest, NumberCellTakesOnlyTheKeysOfANumber) {
     QGuiApplication::clipboard()->setText(".5");
     QTest::keySequence(editor, QKeySequence::Paste);
     EXPECT_EQ(editor->text(), "-2.5") << "a paste that makes a second point is refused";
-}
+    QTest::keyClick(editor, Qt::Key_Escape);
 
-TEST_F(InputGridTest, TextCellTakesAnyTextUpToItsWidth) {
-    QLineEdit* editor = typeOnCell(0, 0, "Beam B-12x");
+    // A letter on a number cell opens no editor; a text cell takes anything up to its width.
+    select(1, 1);
+    QTest::keyClick(m_grid->view(), 'q');
+    EXPECT_EQ(m_grid->currentEditor(), nullptr);
+    editor = typeOnCell(0, 0, "Beam B-12x");
     ASSERT_NE(editor, nullptr);
     EXPECT_EQ(editor->text(), "Beam B");
     QTest::keyClick(editor, Qt::Key_Return);
     EXPECT_EQ(m_grid->cellText(0, 0), "Beam B");
-}
-
-TEST_F(InputGridTest, LetterOnANumberCellOpensNoEditor) {
-    select(1, 1);
-    QTest::keyClick(m_grid->view(), 'q');
-    EXPECT_EQ(m_grid->currentEditor(), nullptr);
 }
 
 TEST_F(InputGridTest, StoredTextIsRawAndShownWithTheColumnsDecimals) {
@@ -129,8 +126,6 @@ TEST_F(InputGridTest, StoredTextIsRawAndShownWithTheColumnsDecimals) {
 
     m_grid->setCellText(1, 1, "1.239");
     EXPECT_EQ(shown(1, 1), "    1.23") << "decimals are cut, not rounded";
-    m_grid->setCellText(2, 1, "7");
-    EXPECT_EQ(shown(2, 1), "    7.00");
     EXPECT_DOUBLE_EQ(m_grid->cellNumber(1, 1), 1.239);
 
     const auto alignment =
@@ -176,17 +171,14 @@ TEST_F(InputGridTest, OutOfRangeValueIsRefusedAndTheCellReopened) {
     EXPECT_EQ(m_grid->cellText(1, 1), "4500");
     EXPECT_TRUE(m_grid->isChanged());
     EXPECT_EQ(committed.count(), 1);
-}
 
-TEST_F(InputGridTest, NegativeRangeAndNotANumber) {
+    // The lower bound may be negative; a text that is no number is refused as such.
     enterValue(0, 3, "-50");
     EXPECT_EQ(m_grid->cellText(0, 3), "-50");
-    EXPECT_TRUE(m_messages.isEmpty());
-
-    enterValue(1, 3, "5-");
-    ASSERT_EQ(m_messages.size(), 1);
-    EXPECT_TRUE(m_messages[0].contains("\"5-\" is not a number")) << m_messages[0].toStdString();
-    EXPECT_EQ(m_grid->cellText(1, 3), "");
+    enterValue(2, 3, "5-");
+    ASSERT_EQ(m_messages.size(), 3);
+    EXPECT_TRUE(m_messages[2].contains("\"5-\" is not a number")) << m_messages[2].toStdString();
+    EXPECT_EQ(m_grid->cellText(2, 3), "");
 }
 
 TEST_F(InputGridTest, ReadOnlyCellsAreNotEditedAndEnterSkipsThem) {

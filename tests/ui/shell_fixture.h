@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QApplication>
+#include <QCoreApplication>
 #include <QMessageBox>
 #include <QString>
 #include <QStringList>
@@ -17,6 +18,7 @@
 #include "shell/software_config.h"
 #include "shell/startup.h"
 #include "support/temp_dir.h"
+#include "ui/input_grid.h"
 
 namespace orvak::test {
 
@@ -70,6 +72,14 @@ protected:
     QStringList m_questions;
     QMessageBox::StandardButton m_answer = QMessageBox::No;
 };
+
+/// Types a value into a cell (0-based) the way the grid's editor commits it. A refusal is told
+/// once the editor is gone, so the queued events run before the answer.
+inline bool typeInto(ui::InputGrid& grid, int row, int column, const QString& text) {
+    const bool stored = grid.model()->setData(grid.model()->index(row, column), text, Qt::EditRole);
+    QCoreApplication::processEvents();
+    return stored;
+}
 
 /// The lines of a shipped prompt file (data/<language>/<file>), without line ends.
 inline std::vector<std::string> shippedLines(const std::string& language, const std::string& file) {

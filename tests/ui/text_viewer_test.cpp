@@ -23,7 +23,7 @@ int pageCount(const std::string& pdf) {
     return pages;
 }
 
-TEST(EditAscTest, OpensAHebrewListingWithWindowsLineEnds) {
+TEST(EditAscTest, OpensAHebrewListingAndReportsAMissingFile) {
     test::TempDir dir;
     // Windows-1255: 0xF9 0xEC 0xE5 0xED is shin, lamed, vav, final mem.
     test::writeBytes(dir / "ClGrp_A.Analy", "\xF9\xEC\xE5\xED\r\nAs = 12.5\r\n");
@@ -31,11 +31,7 @@ TEST(EditAscTest, OpensAHebrewListingWithWindowsLineEnds) {
     ASSERT_TRUE(viewer.openFile(qpath(dir / "ClGrp_A.Analy"), "Hebrew"));
     EXPECT_EQ(viewer.text(), QString::fromUtf8("\u05E9\u05DC\u05D5\u05DD\nAs = 12.5\n"));
     EXPECT_EQ(viewer.windowTitle(), "ClGrp_A.Analy");
-}
 
-TEST(EditAscTest, MissingFileIsReportedAndRefused) {
-    test::TempDir dir;
-    EditAsc viewer;
     QStringList messages;
     viewer.setMessageHook([&](const QString& m) { messages << m; });
     EXPECT_FALSE(viewer.openFile(qpath(dir / "Report.txt"), "English"));
@@ -64,12 +60,6 @@ TEST(EditAscTest, SavesPdfWithPageBreaks) {
     viewer.showText("Sheet", "first page\n\fsecond page\n\f");
     ASSERT_TRUE(viewer.saveAsPdf(qpath(dir / "ff.pdf")));
     EXPECT_EQ(pageCount(test::readBytes(dir / "ff.pdf")), 2);
-}
-
-TEST(EditAscTest, PdfIntoAMissingFolderFails) {
-    test::TempDir dir;
-    EditAsc viewer;
-    viewer.showText("Report", "text");
     EXPECT_FALSE(viewer.saveAsPdf(qpath(dir / "no-such-folder" / "out.pdf")));
 }
 

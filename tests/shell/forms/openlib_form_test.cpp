@@ -62,7 +62,7 @@ protected:
     QStringList m_asked, m_listed, m_questions, m_told, m_failures;
 };
 
-TEST_F(OpenlibTest, NewAsksAgainWhileTheNameIsBlank) {
+TEST_F(OpenlibTest, NewAsksAgainWhileTheNameIsBlankAndChangesNothingWhenRefused) {
     m_names = {QString("   "), QString(""), QString("job")};
     ASSERT_TRUE(m_openlib.newProject());
     EXPECT_EQ(m_asked.size(), 3);
@@ -70,9 +70,7 @@ TEST_F(OpenlibTest, NewAsksAgainWhileTheNameIsBlank) {
     EXPECT_EQ(m_shell.projectPath(), projects() / "job.prj");
     EXPECT_EQ(m_shell.projectName, "job.prj");
     EXPECT_TRUE(m_openlib.projects().contains("job.prj"));
-}
 
-TEST_F(OpenlibTest, NewCancelledOrRefusedChangesNothing) {
     const fs::path current = m_shell.projectPath();
     m_names = {std::nullopt};
     EXPECT_FALSE(m_openlib.newProject());
@@ -145,7 +143,7 @@ TEST_F(OpenlibTest, DeleteMovesToTheArchiveOnlyWhenConfirmed) {
     EXPECT_TRUE(fs::exists(projects() / "Demo.prj"));
 }
 
-TEST_F(OpenlibTest, ArchiveAndCopyKeepTheProject) {
+TEST_F(OpenlibTest, ArchiveAndCopyKeepTheProjectAndNeedOne) {
     const std::string record = test::readBytes(m_shell.projectPath() / "GEN.CST");
     ASSERT_TRUE(m_openlib.archiveProject());
     const auto copies = archived();
@@ -158,9 +156,9 @@ TEST_F(OpenlibTest, ArchiveAndCopyKeepTheProject) {
     EXPECT_EQ(test::readBytes(projects() / "Demo copy.prj" / "GEN.CST"), record);
     EXPECT_EQ(m_shell.projectPath(), projects() / "Demo.prj");
     EXPECT_TRUE(m_failures.isEmpty());
-}
 
-TEST_F(OpenlibTest, CommandsOnTheOpenProjectNeedOne) {
+    // Without an open project both refuse before asking anything.
+    m_asked.clear();
     m_shell.last.projectPath.clear();
     EXPECT_FALSE(m_openlib.archiveProject());
     EXPECT_FALSE(m_openlib.copyProject());

@@ -29,13 +29,8 @@ protected:
         m_form->setMessageHook([this](const QString& m) { m_messages << m; });
     }
 
-    /// Types a value into a row the way the grid's editor commits it.
     bool type(int row, const QString& text) {
-        ui::InputGrid* grid = m_form->grid();
-        const bool stored =
-            grid->model()->setData(grid->model()->index(row, 0), text, Qt::EditRole);
-        QCoreApplication::processEvents(); // the grid tells a refusal once the editor is gone
-        return stored;
+        return test::typeInto(*m_form->grid(), row, 0, text);
     }
 
     fs::path genCst() const { return m_shell.projectPath() / "GEN.CST"; }
