@@ -30,6 +30,7 @@
 #include <string_view>
 
 #include "core/error.h"
+#include "floors/forms/floor_forms.h"
 #include "shell/forms/openlib_form.h"
 #include "shell/projects.h"
 #include "shell/startup.h"
@@ -186,7 +187,8 @@ QAction* actionUnder(QObject* bar, const QPoint& at) {
 MdiMain::MdiMain(shell::ShellState& shell, std::span<const MenuItem> items, QWidget* parent)
     : QMainWindow(parent), m_shell(shell), m_items(items), m_mdi(new QMdiArea(this)),
       m_openlib(std::make_unique<shell::forms::Openlib>(shell, this)),
-      m_projectsFolderLabel(new QLabel(this)), m_projectLabel(new QLabel(this)) {
+      m_projectsFolderLabel(new QLabel(this)), m_projectLabel(new QLabel(this)),
+      m_floorLabel(new QLabel(this)) {
     m_shell.loading = true;
     setObjectName(latin1(m_shell.frameKey));
     applyFonts();
@@ -204,6 +206,15 @@ MdiMain::MdiMain(shell::ShellState& shell, std::span<const MenuItem> items, QWid
     statusBar()->addWidget(m_projectsFolderLabel, 1);
     statusBar()->addWidget(divider);
     statusBar()->addWidget(m_projectLabel, 2);
+    // The floor the beam and column forms work on.
+    m_floorLabel->setObjectName(QStringLiteral("CurrentFloor"));
+    m_floorLabel->setContentsMargins(8, 0, 4, 0);
+    auto* floorDivider = new QFrame(this);
+    floorDivider->setFrameShape(QFrame::VLine);
+    floorDivider->setFrameShadow(QFrame::Sunken);
+    statusBar()->addWidget(floorDivider);
+    statusBar()->addWidget(m_floorLabel, 1);
+    floors::forms::chooseDefaultFloor(m_shell);
     buildMenus();
     m_openlib->setLeaveProjectCheck([this] { return closeChildWindows(); });
 
@@ -468,6 +479,7 @@ void MdiMain::refreshProjectDisplay() {
     setWindowTitle(captionText());
     m_projectsFolderLabel->setText(projectsFolderText());
     m_projectLabel->setText(projectText());
+    m_floorLabel->setText(floors::forms::currentFloorText(m_shell));
     updateMenuItems();
 }
 
@@ -481,6 +493,9 @@ void MdiMain::tell(const QString& message) const {
 
 void MdiMain::showSavedMessage(const QString& message) {
     statusBar()->showMessage(message, kSavedMessageMs);
+    // A floor form may have added, chosen or deleted the current floor.
+    floors::forms::chooseDefaultFloor(m_shell);
+    m_floorLabel->setText(floors::forms::currentFloorText(m_shell));
 }
 
 void MdiMain::showStartupWarnings() {
@@ -564,6 +579,7 @@ void MdiMain::openProject() {
 void MdiMain::projectChanged() {
     showStartupWarnings();
     openParameterFile();
+    floors::forms::chooseDefaultFloor(m_shell);
     try {
         shell::saveLastProjectState(m_shell);
     } catch (const FileError& e) {

@@ -145,6 +145,7 @@ private:
     std::unique_ptr<shell::forms::Openlib> m_openlib;
     QLabel* m_projectsFolderLabel;
     QLabel* m_projectLabel;
+    QLabel* m_floorLabel;
     std::array<QAction*, kMainMenuCount> m_menuActions{};
     std::array<QMenu*, kMainMenuCount> m_menus{};
     QMenu* m_plotterMenu = nullptr;

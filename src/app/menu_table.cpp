@@ -8,6 +8,7 @@
 #include "bars/forms/bar_table_form.h"
 #include "bars/forms/steel_qnt_form.h"
 #include "bars/forms/steel_upd_form.h"
+#include "floors/forms/floor_forms.h"
 #include "shell/forms/gsetting_form.h"
 #include "shell/forms/openlib_form.h"
 #include "shell/forms/projdata_form.h"
@@ -32,11 +33,16 @@ using bars::forms::Roundbar;
 using bars::forms::spacing;
 using bars::forms::SteelQnt;
 using bars::forms::SteelUpd;
+using floors::forms::CielData;
+using floors::forms::CielThick;
+using floors::forms::NewCiel;
+using floors::forms::SlcCiel;
 using shell::forms::Gsetting;
 using shell::forms::Projdata;
 namespace pi = project_item;
 namespace si = setting_item;
 namespace qi = quantities_item;
+namespace ci = cielling_item;
 
 constexpr bool kProject = true; // needs an open project
 constexpr bool kAlways = false;
@@ -58,6 +64,11 @@ const std::array kMenuTable = {
              [](MdiMain& f) -> QWidget* { f.openlib().deleteProject(); return nullptr; }},
     MenuItem{MainMenu::Project, pi::kExit, "", kAlways,
              [](MdiMain& f) -> QWidget* { f.close(); return nullptr; }},
+
+    MenuItem{MainMenu::Cielling, ci::kNew, "NewCiel", kProject, form<NewCiel>},
+    MenuItem{MainMenu::Cielling, ci::kSelect, "SlcCiel", kProject, form<SlcCiel>},
+    MenuItem{MainMenu::Cielling, ci::kData, "CielData", kProject, form<CielData>},
+    MenuItem{MainMenu::Cielling, ci::kThickness, "CielThick", kProject, form<CielThick>},
 
     MenuItem{MainMenu::Quantities, qi::kSteelUpdate, "SteelUpd", kProject, form<SteelUpd>},
     MenuItem{MainMenu::Quantities, qi::kSteelPrint, "SteelQnt", kProject, form<SteelQnt>},

@@ -38,6 +38,14 @@ inline constexpr int kDelete = 8;
 inline constexpr int kExit = 10;
 } // namespace project_item
 
+/// Item indexes of the Cielling (floors) menu.
+namespace cielling_item {
+inline constexpr int kNew = 0;
+inline constexpr int kSelect = 1;
+inline constexpr int kData = 2;
+inline constexpr int kThickness = 4;
+} // namespace cielling_item
+
 /// Item indexes of the Quantities menu.
 namespace quantities_item {
 inline constexpr int kSteelUpdate = 0;

@@ -2,6 +2,7 @@
 // per-floor files.
 #include "floors/floors.h"
 
+#include <algorithm>
 #include <cmath>
 #include <set>
 
@@ -82,6 +83,68 @@ std::string validateFloors(const std::vector<Floor>& floors) {
         }
     }
     return {};
+}
+
+int nextFloorNumber(const std::vector<Floor>& floors) {
+    std::set<int> used;
+    for (const Floor& f : floors) {
+        used.insert(f.number);
+    }
+    const int above = used.empty() ? 1 : *used.rbegin() + 1;
+    if (above <= kMaxFloorNumber) {
+        return above;
+    }
+    for (int n = 1; n <= kMaxFloorNumber; ++n) {
+        if (used.count(n) == 0) {
+            return n;
+        }
+    }
+    return 0;
+}
+
+void saveFloor(const fs::path& projectFolder, const Floor& floor) {
+    if (!(floor.levelM >= kMinLevelM && floor.levelM <= kMaxLevelM)) {
+        throw InputError(fmt::format("The level must be from {:g} to {:g} m.", kMinLevelM,
+                                     kMaxLevelM));
+    }
+    if (!(floor.thicknessCm >= 0.0f && floor.thicknessCm <= kMaxSlabThicknessCm)) {
+        throw InputError(fmt::format("The slab thickness must be from 0 to {:g} cm.",
+                                     kMaxSlabThicknessCm));
+    }
+    std::vector<Floor> floors = readFloors(projectFolder);
+    auto same = std::find_if(floors.begin(), floors.end(),
+                             [&](const Floor& f) { return f.number == floor.number; });
+    if (same != floors.end()) {
+        *same = floor;
+    } else {
+        floors.push_back(floor);
+    }
+    if (const std::string problem = validateFloors(floors); !problem.empty()) {
+        throw InputError(problem);
+    }
+    writeFloors(projectFolder, floors);
+}
+
+void removeFloor(const fs::path& projectFolder, int number) {
+    std::vector<Floor> floors = readFloors(projectFolder);
+    const auto gone = std::remove_if(floors.begin(), floors.end(),
+                                     [&](const Floor& f) { return f.number == number; });
+    if (gone == floors.end()) {
+        throw InputError(fmt::format("The project has no floor {}.", number));
+    }
+    floors.erase(gone, floors.end());
+    // The beams first: a beam file left without its floor would be taken up by the next
+    // floor given that number, while a floor left without its beams shows plainly.
+    if (const auto beams = core::findFileNoCase(projectFolder, beamFileName(number))) {
+        std::error_code ec;
+        fs::remove(*beams, ec);
+        if (ec) {
+            throw FileError(*beams, "The beam file of the floor cannot be deleted, so the floor "
+                                    "was kept: " + ec.message());
+        }
+        core::syncFolder(projectFolder);
+    }
+    writeFloors(projectFolder, floors);
 }
 
 std::string beamFileName(int floorNumber) {

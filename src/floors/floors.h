@@ -50,6 +50,28 @@ core::RecordFile floorsFileImage(const std::filesystem::path& projectFolder,
 /// An empty string when the floors can be stored, else a sentence naming the bad floor.
 std::string validateFloors(const std::vector<Floor>& floors);
 
+/// What a floor form accepts for a floor's level and slab thickness: a building stands
+/// within a few hundred metres of its ground, and a slab is at most a few metres thick.
+inline constexpr float kMinLevelM = -200.0f;
+inline constexpr float kMaxLevelM = 1000.0f;
+inline constexpr float kMaxSlabThicknessCm = 300.0f;
+
+/// The number a new floor gets: one above the highest in use, or the lowest free number when
+/// 999 is taken; 0 when every number is taken.
+int nextFloorNumber(const std::vector<Floor>& floors);
+
+/// Adds `floor` to CIELS.DAT, or replaces the floor of its number, keeping the order of the
+/// others (a new floor goes last). Throws InputError with one sentence when the floor cannot
+/// be stored (a number out of 1..999, a name longer than 20 characters, a level or thickness
+/// outside the bounds above), FileError when the file cannot be read or written; nothing is
+/// written then.
+void saveFloor(const std::filesystem::path& projectFolder, const Floor& floor);
+
+/// Deletes the beam file of floor `number`, then removes the floor from CIELS.DAT; its steel
+/// items are the caller's (they live in the steel store). Throws InputError when there is no
+/// such floor, FileError when a file cannot be changed (the floor is then kept).
+void removeFloor(const std::filesystem::path& projectFolder, int number);
+
 /// Name of the beam file of a floor: "BEAMS." followed by the floor number.
 std::string beamFileName(int floorNumber);
 

@@ -37,6 +37,8 @@ struct ShellState {
     std::string sheetName{kDefaultSheetName};
     std::string outputName;
     std::int16_t outputNumber = 0;
+    /// The floor the beam and column forms work on (its number); 0 when none is chosen.
+    std::int16_t currentFloor = 0;
 
     std::string tempFolderKey{kScratchFolderKey};
     float scaleFactor1 = 1.0f;

@@ -55,5 +55,39 @@ TEST(FloorsChecks, RefuseBadNumbersAndValues) {
     EXPECT_NE(validateFloors({{3, std::string(21, 'x'), 0, 1}}).find("longer"), std::string::npos);
 }
 
+TEST(FloorsEdits, AddReplaceRemoveAndNextNumber) {
+    test::TempDir dir;
+    EXPECT_EQ(nextFloorNumber({}), 1);
+    EXPECT_EQ(nextFloorNumber({{1, "A", 0, 15}, {7, "B", 3, 15}}), 8);
+    // 999 taken: the lowest free number; all taken: none.
+    EXPECT_EQ(nextFloorNumber({{1, "A", 0, 15}, {999, "B", 3, 15}}), 2);
+    std::vector<Floor> all;
+    for (int n = 1; n <= kMaxFloorNumber; ++n) {
+        all.push_back({static_cast<std::int16_t>(n), "", 0, 0});
+    }
+    EXPECT_EQ(nextFloorNumber(all), 0);
+
+    saveFloor(dir.path(), {2, "Second", 3.2f, 15.0f});
+    saveFloor(dir.path(), {1, "Ground", 0.0f, 20.0f});
+    saveFloor(dir.path(), {2, "Upper", 3.4f, 16.0f}); // replaces floor 2 in its place
+    EXPECT_EQ(readFloors(dir.path()),
+              (std::vector<Floor>{{2, "Upper", 3.4f, 16.0f}, {1, "Ground", 0.0f, 20.0f}}));
+    // Out of bounds, or a floor the list cannot hold: refused, nothing written.
+    const auto before = test::readBytes(dir / "CIELS.DAT");
+    EXPECT_THROW(saveFloor(dir.path(), {3, "High", 5000.0f, 15.0f}), InputError);
+    EXPECT_THROW(saveFloor(dir.path(), {3, "Thick", 3.0f, 301.0f}), InputError);
+    EXPECT_THROW(saveFloor(dir.path(), {0, "Zero", 3.0f, 15.0f}), InputError);
+    EXPECT_EQ(test::readBytes(dir / "CIELS.DAT"), before);
+
+    // Removing a floor takes its beam file with it, and leaves the other floor's.
+    test::writeBytes(dir / "BEAMS.2", "beams of floor 2");
+    test::writeBytes(dir / "BEAMS.1", "beams of floor 1");
+    removeFloor(dir.path(), 2);
+    EXPECT_EQ(readFloors(dir.path()), (std::vector<Floor>{{1, "Ground", 0.0f, 20.0f}}));
+    EXPECT_FALSE(std::filesystem::exists(dir / "BEAMS.2"));
+    EXPECT_TRUE(std::filesystem::exists(dir / "BEAMS.1"));
+    EXPECT_THROW(removeFloor(dir.path(), 2), InputError);
+}
+
 } // namespace
 } // namespace orvak::floors
