@@ -43,7 +43,7 @@ void checkBars(const beams::BarChoice& bars, double needCm2, const char* face) {
     }
 }
 
-void designOne(const beams::BeamRecord& record, int scheme) {
+void designOne(beams::BeamRecord record, int scheme) {
     if (!beams::validateBeam(record).empty()) {
         return;
     }
@@ -55,6 +55,8 @@ void designOne(const beams::BeamRecord& record, int scheme) {
         fail("a valid beam record does not read back as it was written");
     }
 
+    // The name is the user's text and may say "nan"; the listings' numbers are what is checked.
+    record.name = "B";
     beams::BeamAnalysisInput model = beams::analysisInput(record, scheme);
     beams::BeamAnalysisResult analysis = beams::analyzeBeam(model);
     if (!analysis.ok()) {
