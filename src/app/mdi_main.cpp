@@ -29,6 +29,7 @@
 #include <array>
 #include <string_view>
 
+#include "app/project_explorer.h"
 #include "core/error.h"
 #include "floors/forms/floor_forms.h"
 #include "shell/forms/openlib_form.h"
@@ -188,7 +189,7 @@ MdiMain::MdiMain(shell::ShellState& shell, std::span<const MenuItem> items, QWid
     : QMainWindow(parent), m_shell(shell), m_items(items), m_mdi(new QMdiArea(this)),
       m_openlib(std::make_unique<shell::forms::Openlib>(shell, this)),
       m_projectsFolderLabel(new QLabel(this)), m_projectLabel(new QLabel(this)),
-      m_floorLabel(new QLabel(this)) {
+      m_floorLabel(new QLabel(this)), m_explorer(new ProjectExplorer(shell, this)) {
     m_shell.loading = true;
     setObjectName(latin1(m_shell.frameKey));
     applyFonts();
@@ -215,6 +216,9 @@ MdiMain::MdiMain(shell::ShellState& shell, std::span<const MenuItem> items, QWid
     statusBar()->addWidget(floorDivider);
     statusBar()->addWidget(m_floorLabel, 1);
     floors::forms::chooseDefaultFloor(m_shell);
+    addDockWidget(Qt::LeftDockWidgetArea, m_explorer);
+    connect(m_explorer, &ProjectExplorer::sheetChosen, this,
+            [this](const std::filesystem::path& sheet) { openSheet(sheet); });
     buildMenus();
     m_openlib->setLeaveProjectCheck([this] { return closeChildWindows(); });
 
@@ -440,6 +444,7 @@ void MdiMain::ReadAllPrompts() {
     // is mirrored, menus, forms and grids alike.
     QApplication::setLayoutDirection(m_shell.rightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     m_openlib->readPrompts();
+    m_explorer->readPrompts();
     refreshProjectDisplay();
     reloadChildPrompts();
 }
@@ -480,6 +485,7 @@ void MdiMain::refreshProjectDisplay() {
     m_projectsFolderLabel->setText(projectsFolderText());
     m_projectLabel->setText(projectText());
     m_floorLabel->setText(floors::forms::currentFloorText(m_shell));
+    m_explorer->refresh();
     updateMenuItems();
 }
 
@@ -496,6 +502,7 @@ void MdiMain::showSavedMessage(const QString& message) {
     // A floor form may have added, chosen or deleted the current floor.
     floors::forms::chooseDefaultFloor(m_shell);
     m_floorLabel->setText(floors::forms::currentFloorText(m_shell));
+    m_explorer->refresh();
 }
 
 void MdiMain::showStartupWarnings() {
@@ -609,6 +616,24 @@ QMdiSubWindow* MdiMain::findChildWindow(const QString& objectName) const {
     return nullptr;
 }
 
+void MdiMain::keepInside(QMdiSubWindow* sub) const {
+    // The area places a new window itself (at its leading corner, mirrored for Hebrew); keep
+    // the whole window inside the visible work area.
+    const QSize room = m_mdi->viewport()->size();
+    if (!room.isValid() || room.isEmpty()) {
+        return;
+    }
+    QRect placed = sub->geometry();
+    if (placed.right() > room.width() - 1) {
+        placed.moveRight(room.width() - 1);
+    }
+    if (placed.bottom() > room.height() - 1) {
+        placed.moveBottom(room.height() - 1);
+    }
+    placed.moveTopLeft(QPoint(std::max(placed.left(), 0), std::max(placed.top(), 0)));
+    sub->setGeometry(placed);
+}
+
 QMdiSubWindow* MdiMain::addChildWindow(QWidget* form) {
     if (form->metaObject()->indexOfSignal("saved(QString)") >= 0) {
         connect(form, SIGNAL(saved(QString)), this, SLOT(showSavedMessage(QString)));
@@ -627,19 +652,7 @@ QMdiSubWindow* MdiMain::addChildWindow(QWidget* form) {
                     std::min(wanted.height(), room.height()));
     }
     sub->show();
-    // The area places a new window itself (at its leading corner, mirrored for Hebrew); keep
-    // the whole window inside the visible work area.
-    if (room.isValid() && !room.isEmpty()) {
-        QRect placed = sub->geometry();
-        if (placed.right() > room.width() - 1) {
-            placed.moveRight(room.width() - 1);
-        }
-        if (placed.bottom() > room.height() - 1) {
-            placed.moveBottom(room.height() - 1);
-        }
-        placed.moveTopLeft(QPoint(std::max(placed.left(), 0), std::max(placed.top(), 0)));
-        sub->setGeometry(placed);
-    }
+    keepInside(sub);
     m_mdi->setActiveSubWindow(sub);
     return sub;
 }
@@ -652,6 +665,30 @@ bool MdiMain::closeChildWindows() {
         }
     }
     return true;
+}
+
+ui::EditAsc* MdiMain::openSheet(const std::filesystem::path& sheet) {
+    const QString name = fromUtf8(sheet.filename().string());
+    if (QMdiSubWindow* open = findChildWindow(name)) {
+        m_mdi->setActiveSubWindow(open);
+        return qobject_cast<ui::EditAsc*>(open->widget());
+    }
+    auto* viewer = new ui::EditAsc;
+    viewer->setObjectName(name);
+    viewer->setMessageHook([this](const QString& message) { tell(message); });
+    if (!viewer->openFile(fromUtf8(sheet.string()), m_shell.language())) {
+        delete viewer;
+        return nullptr;
+    }
+    viewer->setActionTexts(ui::generalPrompt(m_shell, ui::General::Print),
+                           ui::generalPrompt(m_shell, ui::General::SaveAsPdf),
+                           ui::generalPrompt(m_shell, ui::General::Exit));
+    viewer->setWindowTitle(name);
+    QMdiSubWindow* sub = addChildWindow(viewer);
+    const QSize room = m_mdi->viewport()->size();
+    sub->resize(std::min(760, room.width()), std::min(560, room.height()));
+    keepInside(sub);
+    return viewer;
 }
 
 ui::EditAsc* MdiMain::openHelp(int index) {
@@ -688,6 +725,7 @@ ui::EditAsc* MdiMain::openHelp(int index) {
         QMdiSubWindow* sub = addChildWindow(viewer);
         const QSize room = m_mdi->viewport()->size();
         sub->resize(std::min(680, room.width()), std::min(520, room.height()));
+        keepInside(sub);
     }
 
     // Items after Contents open the text at their section, whose heading starts "<index>. ".

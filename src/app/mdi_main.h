@@ -6,6 +6,7 @@
 #include <QMainWindow>
 #include <QString>
 #include <array>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -31,6 +32,8 @@ class Openlib;
 }
 
 namespace orvak::app {
+
+class ProjectExplorer;
 
 class MdiMain : public QMainWindow {
     Q_OBJECT
@@ -76,6 +79,12 @@ public:
     /// nullptr when there is no help text.
     ui::EditAsc* openHelp(int index);
 
+    /// The dock with the project's floors, beams, design states and sheets.
+    ProjectExplorer* explorer() const { return m_explorer; }
+    /// Opens a sheet (a listing) of the project in the text viewer; nullptr when it cannot be
+    /// read (the user is told).
+    ui::EditAsc* openSheet(const std::filesystem::path& sheet);
+
     /// Called after a project command changed the current project or projects folder: reopens
     /// the parameter file, writes PRJNO and refreshes caption, status bar and menu items.
     void projectChanged();
@@ -112,6 +121,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    /// Moves a child window back inside the visible work area (after a resize).
+    void keepInside(QMdiSubWindow* sub) const;
     /// Where an item of the menu bar stands: its menu, item and sub-item.
     struct ItemPlace {
         MainMenu menu;
@@ -146,6 +157,7 @@ private:
     QLabel* m_projectsFolderLabel;
     QLabel* m_projectLabel;
     QLabel* m_floorLabel;
+    ProjectExplorer* m_explorer;
     std::array<QAction*, kMainMenuCount> m_menuActions{};
     std::array<QMenu*, kMainMenuCount> m_menus{};
     QMenu* m_plotterMenu = nullptr;

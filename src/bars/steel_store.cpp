@@ -594,6 +594,59 @@ void IronDatabase::clearPendingOutputs() {
     });
 }
 
+namespace {
+// One row per designed element: its last run's outcome and time. Made by the first run.
+constexpr std::string_view kDesignStateTable = "DesignState";
+} // namespace
+
+void IronDatabase::recordDesignState(const DesignState& state) {
+    guarded(m_path, [&] {
+        m_db->exec("CREATE TABLE IF NOT EXISTS " + std::string(kDesignStateTable) +
+                   " (KIND TEXT NOT NULL, FLOOR INTEGER NOT NULL, NUMBER INTEGER NOT NULL, "
+                   "STATUS INTEGER NOT NULL, RUNTIME TEXT NOT NULL, FAILURES TEXT NOT NULL, "
+                   "PRIMARY KEY (KIND, FLOOR, NUMBER))");
+        SQLite::Statement put(*m_db, "INSERT OR REPLACE INTO " + std::string(kDesignStateTable) +
+                                         " VALUES (?, ?, ?, ?, ?, ?)");
+        put.bind(1, state.kind);
+        put.bind(2, state.floor);
+        put.bind(3, state.number);
+        put.bind(4, static_cast<int>(state.status));
+        put.bind(5, state.when);
+        put.bind(6, state.failures);
+        put.exec();
+    });
+}
+
+std::vector<DesignState> IronDatabase::designStates() const {
+    return guarded(m_path, [&] {
+        std::vector<DesignState> states;
+        SQLite::Statement has(*m_db, "SELECT count(*) FROM sqlite_master WHERE type = 'table' "
+                                     "AND name = ?");
+        has.bind(1, std::string(kDesignStateTable));
+        if (!has.executeStep() || has.getColumn(0).getInt() == 0) {
+            return states;
+        }
+        SQLite::Statement st(*m_db, "SELECT KIND, FLOOR, NUMBER, STATUS, RUNTIME, FAILURES FROM " +
+                                        std::string(kDesignStateTable) +
+                                        " ORDER BY KIND, FLOOR, NUMBER");
+        while (st.executeStep()) {
+            DesignState d;
+            d.kind = st.getColumn(0).getString();
+            d.floor = static_cast<std::int16_t>(st.getColumn(1).getInt());
+            d.number = static_cast<std::int16_t>(st.getColumn(2).getInt());
+            const int status = st.getColumn(3).getInt();
+            // A value no version wrote reads as "not designed": never as designed.
+            d.status = status == 1   ? DesignState::Status::Designed
+                       : status == 2 ? DesignState::Status::ChecksFailed
+                                     : DesignState::Status::NotDesigned;
+            d.when = st.getColumn(4).getString();
+            d.failures = st.getColumn(5).getString();
+            states.push_back(std::move(d));
+        }
+        return states;
+    });
+}
+
 void IronDatabase::deferDurability() {
     guarded(m_path, [&] {
         // Only a write-ahead log keeps the store whole without a flush per commit; where the

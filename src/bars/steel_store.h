@@ -98,6 +98,18 @@ SteelItem itemFromManual(const ManualItem& manual);
 /// The element name as stored and looked up: its first 10 characters, trailing blanks cut.
 std::string storedElementName(std::string_view element);
 
+/// What the last design run made of one element, as kept in the store beside its items.
+struct DesignState {
+    enum class Status { Designed = 1, ChecksFailed = 2, NotDesigned = 3 };
+    std::string kind; ///< "beam", later "column group", "footing group"
+    std::int16_t floor = 0;
+    std::int16_t number = 0;
+    Status status = Status::NotDesigned;
+    std::string when;     ///< local time of the run, "yyyy-mm-dd hh:mm"
+    std::string failures; ///< the failed checks or the reason, one sentence a line
+    bool operator==(const DesignState&) const = default;
+};
+
 /// The project's steel-quantity store, held open while the project is worked on. Every error
 /// of the database (damaged file, file locked by another program, full disk) is thrown as a
 /// FileError with one plain sentence; a failed write changes nothing.
@@ -174,6 +186,11 @@ public:
     /// which is how an open tells a run under way from one that was cut off.
     void recordPendingOutputs(std::span<const core::PendingRename> renames);
     void clearPendingOutputs();
+    /// Records what a design made of an element (replacing its earlier state), in the open
+    /// group when there is one, so that the state lands with the element's items.
+    void recordDesignState(const DesignState& state);
+    /// The recorded states, by kind, floor and number; none in a store no run has written.
+    std::vector<DesignState> designStates() const;
 
     std::optional<SteelItem> findItem(std::string_view mainKey) const;
     /// `delqnt`: deletes the item of that key; false when there was none.

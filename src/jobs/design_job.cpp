@@ -2,6 +2,7 @@
 // staged, recorded with the transaction and put in place after it.
 #include "jobs/design_job.h"
 
+#include <ctime>
 #include <optional>
 
 #include <fmt/format.h>
@@ -21,6 +22,16 @@ void failElement(ElementReport& report, core::OutputBatch& batch, std::size_t ma
     report.failures.assign(1, sentence);
     report.files.clear();
     report.steelItems = 0;
+}
+
+// The local time of the run's start, "yyyy-mm-dd hh:mm".
+std::string localTimeStamp() {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    localtime_r(&now, &local);
+    char text[32];
+    std::strftime(text, sizeof text, "%Y-%m-%d %H:%M", &local);
+    return text;
 }
 
 } // namespace
@@ -78,6 +89,7 @@ JobResult runDesignJob(const std::filesystem::path& projectFolder,
         store->deferDurability();
     }
     store->beginGroup();
+    const std::string runTime = localTimeStamp();
     for (std::size_t i = 0; i < n; ++i) {
         if (observer.cancelRequested && observer.cancelRequested()) {
             result.cancelled = true;
@@ -122,6 +134,26 @@ JobResult runDesignJob(const std::filesystem::path& projectFolder,
         report.floor = element.floor;
         report.number = element.number;
         report.name = element.name;
+        // The element's outcome lands with its items: a run cut off keeps neither.
+        bars::DesignState state;
+        state.kind = report.kind;
+        state.floor = static_cast<std::int16_t>(report.floor);
+        state.number = static_cast<std::int16_t>(report.number);
+        state.status = report.status == ElementStatus::Designed ? bars::DesignState::Status::Designed
+                       : report.status == ElementStatus::ChecksFailed
+                           ? bars::DesignState::Status::ChecksFailed
+                           : bars::DesignState::Status::NotDesigned;
+        state.when = runTime;
+        for (const std::string& failure : report.failures) {
+            state.failures += (state.failures.empty() ? "" : "\n") + failure;
+        }
+        try {
+            store->recordDesignState(state);
+        } catch (const FileError& e) {
+            if (store->groupLost()) {
+                stopRun(e.what());
+            }
+        }
         if (observer.finished) {
             observer.finished(i + 1, n, report);
         }

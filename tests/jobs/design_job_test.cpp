@@ -125,6 +125,13 @@ TEST_F(DesignJob, ReportsEachElementAndKeepsGoingPastAFailure) {
 
     bars::IronDatabase db = bars::OpenIronDatabase(project());
     EXPECT_EQ(db.itemCount(), 2u);
+    // Each element's outcome is kept beside its items, with the reason of a failure.
+    const std::vector<bars::DesignState> states = db.designStates();
+    ASSERT_EQ(states.size(), 3u);
+    EXPECT_EQ(states[0].status, bars::DesignState::Status::Designed);
+    EXPECT_EQ(states[1].status, bars::DesignState::Status::NotDesigned);
+    EXPECT_EQ(states[1].failures, "The section is too small.");
+    EXPECT_EQ(states[1].when.size(), 16u); // "yyyy-mm-dd hh:mm"
     // The store is one plain file again once the run is over.
     EXPECT_FALSE(fs::exists(project() / "Iron.db-wal"));
 }
@@ -166,6 +173,7 @@ TEST_F(DesignJob, AKilledRunLeavesTheItemsAndSheetsOfOneRunTogether) {
         EXPECT_EQ(db.itemCount(), 60u);
         EXPECT_EQ(db.findItem(bars::makeMainKey(3, 1, 1, 1, 0))->quantity, 4.0f);
         EXPECT_EQ(db.findItem(bars::makeMainKey(3, 1, 40, 1, 0))->quantity, 4.0f);
+        EXPECT_EQ(db.designStates().size(), 60u);
     }
     EXPECT_TRUE(temporaries().empty());
     EXPECT_EQ(test::readBytes(project() / "E1.Analy"), "sheet\r\n");

@@ -1,0 +1,205 @@
+// The project explorer: the floors and beams of the project with their design states, and the
+// sheets in the project folder.
+#include "app/project_explorer.h"
+
+#include <QFont>
+#include <QHeaderView>
+#include <QSet>
+#include <QTreeWidget>
+#include <algorithm>
+#include <map>
+#include <tuple>
+
+#include "bars/steel_store.h"
+#include "beams/beam_job.h"
+#include "beams/beam_record.h"
+#include "core/error.h"
+#include "core/file_util.h"
+#include "floors/floors.h"
+#include "ui/general_prompts.h"
+#include "ui/qt_text.h"
+
+namespace fs = std::filesystem;
+
+namespace orvak::app {
+
+namespace {
+
+constexpr std::string_view kPromptKey = "EXPLORER";
+// Prompts of EXPLORER<letter>.TXT (prompt n on line n + 1).
+constexpr std::size_t kCaption = 1;
+constexpr std::size_t kElementHeading = 2;
+constexpr std::size_t kStateHeading = 3;
+constexpr std::size_t kWhenHeading = 4;
+constexpr std::size_t kDesigned = 5;
+constexpr std::size_t kChecksFailed = 6;
+constexpr std::size_t kNotDesigned = 7;
+constexpr std::size_t kNotYet = 8;
+constexpr std::size_t kSheets = 9;
+constexpr std::size_t kFloor = 10;
+constexpr std::size_t kNoProject = 11;
+constexpr std::size_t kPromptCount = 11;
+
+// Where an item leads: the sheet a double click opens, kept on the item.
+constexpr int kSheetRole = Qt::UserRole;
+// What an item stands for, so that a refresh keeps the expanded ones expanded.
+constexpr int kKeyRole = Qt::UserRole + 1;
+
+bool isSheet(const fs::path& file) {
+    const std::string ext = file.extension().string();
+    return ext.size() == 7 && ext.rfind(".Analy", 0) == 0 && ext[6] >= '0' && ext[6] <= '9';
+}
+
+} // namespace
+
+ProjectExplorer::ProjectExplorer(shell::ShellState& shell, QWidget* parent)
+    : QDockWidget(parent), m_shell(shell), m_tree(new QTreeWidget(this)) {
+    setObjectName(QStringLiteral("ProjectExplorer"));
+    // Not closable: the menu bar has no item to bring it back.
+    setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
+    m_tree->setObjectName(QStringLiteral("ProjectTree"));
+    m_tree->setColumnCount(3);
+    m_tree->setUniformRowHeights(true);
+    // Every column as wide as its texts: a floor's and a beam's names are what the engineer
+    // looks for, and the dock scrolls sideways when it is narrow.
+    m_tree->header()->setStretchLastSection(false);
+    m_tree->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_tree->setIndentation(14);
+    setWidget(m_tree);
+    setMinimumWidth(360);
+    connect(m_tree, &QTreeWidget::itemActivated, this,
+            [this](QTreeWidgetItem* item) { activated(item); });
+    readPrompts();
+}
+
+QString ProjectExplorer::prompt(std::size_t n, std::string_view english) const {
+    return ui::formPrompt(m_prompts, n, english, m_shell.language());
+}
+
+void ProjectExplorer::readPrompts() {
+    m_prompts = shell::readPrompts(m_shell.programFolder, m_shell.language(), kPromptKey, 2,
+                                   kPromptCount);
+    setWindowTitle(prompt(kCaption, "Project"));
+    m_tree->setHeaderLabels({prompt(kElementHeading, "Element"), prompt(kStateHeading, "State"),
+                             prompt(kWhenHeading, "Designed on")});
+    refresh();
+}
+
+void ProjectExplorer::refresh() {
+    QSet<QString> expanded;
+    for (int i = 0; i < m_tree->topLevelItemCount(); ++i) {
+        if (m_tree->topLevelItem(i)->isExpanded()) {
+            expanded.insert(m_tree->topLevelItem(i)->data(0, kKeyRole).toString());
+        }
+    }
+    m_tree->clear();
+    if (!m_shell.hasProject()) {
+        auto* none = new QTreeWidgetItem(m_tree, {prompt(kNoProject, "No project is open.")});
+        none->setFlags(Qt::ItemIsEnabled);
+        return;
+    }
+    const fs::path project = m_shell.projectPath();
+    const auto& language = m_shell.language();
+
+    // The design states, read from a store only where one exists (and no old one waits for
+    // its import): looking must not make a store.
+    std::map<std::tuple<std::string, int, int>, bars::DesignState> states;
+    if (core::findFileNoCase(project, bars::kIronDatabaseFile) &&
+        !bars::legacyImportOffered(project)) {
+        try {
+            for (bars::DesignState& s : bars::OpenIronDatabase(project).designStates()) {
+                states[{s.kind, s.floor, s.number}] = std::move(s);
+            }
+        } catch (const FileError&) {
+        }
+    }
+
+    std::vector<floors::Floor> floorList;
+    try {
+        floorList = floors::readFloors(project);
+    } catch (const FileError& e) {
+        new QTreeWidgetItem(m_tree, {QString::fromUtf8(e.what())});
+    }
+    for (const floors::Floor& f : floorList) {
+        QString caption = prompt(kFloor, "Floor %1").arg(f.number);
+        if (!f.name.empty()) {
+            caption += QStringLiteral(" - ") + ui::toQString(f.name, language);
+        }
+        auto* floorItem = new QTreeWidgetItem(m_tree, {caption});
+        const QString key = QStringLiteral("floor %1").arg(f.number);
+        floorItem->setData(0, kKeyRole, key);
+        if (f.number == m_shell.currentFloor) {
+            QFont bold = floorItem->font(0);
+            bold.setBold(true);
+            floorItem->setFont(0, bold);
+        }
+        std::vector<beams::BeamRecord> beamList;
+        try {
+            beamList = beams::readBeamFile(project, f.number);
+        } catch (const FileError& e) {
+            new QTreeWidgetItem(floorItem, {QString::fromUtf8(e.what())});
+        }
+        for (const beams::BeamRecord& b : beamList) {
+            auto* beamItem = new QTreeWidgetItem(
+                floorItem, {QStringLiteral("%1  %2").arg(b.number).arg(ui::toQString(b.name, language))});
+            const auto state = states.find({"beam", b.floor, b.number});
+            if (state == states.end()) {
+                beamItem->setText(StateColumn, prompt(kNotYet, "not designed yet"));
+                continue;
+            }
+            const bars::DesignState& s = state->second;
+            switch (s.status) {
+            case bars::DesignState::Status::Designed:
+                beamItem->setText(StateColumn, prompt(kDesigned, "designed"));
+                break;
+            case bars::DesignState::Status::ChecksFailed:
+                beamItem->setText(StateColumn, prompt(kChecksFailed, "checks failed"));
+                beamItem->setForeground(StateColumn, QColor(0xB0, 0x00, 0x00));
+                break;
+            case bars::DesignState::Status::NotDesigned:
+                beamItem->setText(StateColumn, prompt(kNotDesigned, "not designed"));
+                beamItem->setForeground(StateColumn, QColor(0xB0, 0x00, 0x00));
+                break;
+            }
+            // A date reads left to right in a right-to-left window too.
+            beamItem->setText(WhenColumn, QChar(0x200E) + QString::fromStdString(s.when));
+            if (!s.failures.empty()) {
+                beamItem->setToolTip(StateColumn, ui::toQString(s.failures, language));
+            }
+            const fs::path flexure =
+                project / (beams::listingBaseName(b) + std::string(beams::kFlexureListingExt));
+            if (s.status != bars::DesignState::Status::NotDesigned) {
+                beamItem->setData(0, kSheetRole, QString::fromStdString(flexure.string()));
+            }
+        }
+        floorItem->setExpanded(expanded.contains(key) || f.number == m_shell.currentFloor);
+    }
+
+    // The sheets of the project folder, by name.
+    std::vector<fs::path> sheets;
+    std::error_code ec;
+    for (auto it = fs::directory_iterator(project, ec); !ec && it != fs::directory_iterator();
+         it.increment(ec)) {
+        if (it->is_regular_file(ec) && isSheet(it->path())) {
+            sheets.push_back(it->path());
+        }
+    }
+    std::sort(sheets.begin(), sheets.end());
+    auto* sheetsItem =
+        new QTreeWidgetItem(m_tree, {prompt(kSheets, "Sheets") + QStringLiteral(" (%1)").arg(sheets.size())});
+    sheetsItem->setData(0, kKeyRole, QStringLiteral("sheets"));
+    for (const fs::path& sheet : sheets) {
+        auto* item = new QTreeWidgetItem(sheetsItem, {QString::fromStdString(sheet.filename().string())});
+        item->setData(0, kSheetRole, QString::fromStdString(sheet.string()));
+    }
+    sheetsItem->setExpanded(expanded.contains(QStringLiteral("sheets")));
+}
+
+void ProjectExplorer::activated(QTreeWidgetItem* item) {
+    const QString sheet = item ? item->data(0, kSheetRole).toString() : QString();
+    if (!sheet.isEmpty()) {
+        emit sheetChosen(fs::path(sheet.toStdString()));
+    }
+}
+
+} // namespace orvak::app

@@ -1,0 +1,47 @@
+// The project explorer: a dock of the main window with the project's floors, under each its
+// beams with what their last design made of them (and when), and the project's sheets. A
+// double click opens a sheet, or the flexure listing of a beam, in the text viewer.
+#pragma once
+
+#include <QDockWidget>
+#include <filesystem>
+
+#include "shell/prompts.h"
+#include "shell/shell_state.h"
+
+class QTreeWidget;
+class QTreeWidgetItem;
+
+namespace orvak::app {
+
+class ProjectExplorer : public QDockWidget {
+    Q_OBJECT
+public:
+    /// The tree's columns.
+    enum Column { ElementColumn, StateColumn, WhenColumn };
+
+    /// `shell` must outlive the dock.
+    explicit ProjectExplorer(shell::ShellState& shell, QWidget* parent = nullptr);
+
+    QTreeWidget* tree() const { return m_tree; }
+
+public slots:
+    /// Reads the floors, beams, design states and sheets of the current project again; what
+    /// was expanded stays expanded. Reads only: no store is made where there is none.
+    void refresh();
+    void readPrompts();
+
+signals:
+    /// A sheet was chosen (a double click on it or on a designed beam).
+    void sheetChosen(const std::filesystem::path& sheet);
+
+private:
+    QString prompt(std::size_t n, std::string_view english) const;
+    void activated(QTreeWidgetItem* item);
+
+    shell::ShellState& m_shell;
+    shell::PromptList m_prompts;
+    QTreeWidget* m_tree;
+};
+
+} // namespace orvak::app

@@ -1,0 +1,69 @@
+// The project explorer on the demo project: looking makes no store; after the first floor's
+// beams are designed it shows their states and sheets, and a chosen sheet opens in the viewer.
+#include "app/project_explorer.h"
+
+#include <QMdiArea>
+#include <QSignalSpy>
+#include <QTreeWidget>
+
+#include "app/mdi_main.h"
+#include "bars/bar_tables.h"
+#include "core/codepage.h"
+#include "jobs/beam_design_job.h"
+#include "ui/shell_fixture.h"
+#include "ui/text_viewer.h"
+
+namespace orvak::app {
+namespace {
+
+namespace fs = std::filesystem;
+
+class ProjectExplorerTest : public test::ShellFixture {};
+
+TEST_F(ProjectExplorerTest, ShowsTheStatesOfTheLastRunAndOpensSheets) {
+    shell::ShellState shell = startShell();
+    MdiMain window(shell);
+    window.setMessageHook([](const QString& m) { ADD_FAILURE() << m.toStdString(); });
+    QTreeWidget* tree = window.explorer()->tree();
+    const fs::path project = shell.projectPath();
+
+    // The demo: two floors, four and two beams, none designed; looking made no store.
+    ASSERT_EQ(tree->topLevelItemCount(), 3); // two floors and the sheets
+    QTreeWidgetItem* first = tree->topLevelItem(0);
+    ASSERT_EQ(first->childCount(), 4);
+    EXPECT_EQ(first->child(0)->text(ProjectExplorer::StateColumn), "not designed yet");
+    EXPECT_FALSE(fs::exists(project / "Iron.db"));
+
+    const auto chosen = jobs::chooseBeams(project, {1, 0}, core::CodePage::Windows1252);
+    const jobs::JobResult run =
+        jobs::designBeams(project, chosen, bars::builtInBarProperties(), 3);
+    ASSERT_EQ(run.failing(), 0u);
+    window.explorer()->refresh();
+
+    first = tree->topLevelItem(0);
+    for (int i = 0; i < first->childCount(); ++i) {
+        EXPECT_EQ(first->child(i)->text(ProjectExplorer::StateColumn), "designed");
+        // "yyyy-mm-dd hh:mm" behind a left-to-right mark.
+        EXPECT_EQ(first->child(i)->text(ProjectExplorer::WhenColumn).size(), 17);
+    }
+    EXPECT_EQ(tree->topLevelItem(1)->child(0)->text(ProjectExplorer::StateColumn),
+              "not designed yet");
+    // Four listings for each of the four beams.
+    QTreeWidgetItem* sheets = tree->topLevelItem(2);
+    ASSERT_EQ(sheets->childCount(), 16);
+
+    QSignalSpy chosenSheet(window.explorer(), &ProjectExplorer::sheetChosen);
+    emit tree->itemActivated(first->child(0), 0);
+    ASSERT_EQ(chosenSheet.size(), 1);
+    const auto sheet = chosenSheet.at(0).at(0).value<fs::path>();
+    EXPECT_EQ(sheet.extension(), ".Analy2");
+    ASSERT_TRUE(fs::exists(sheet));
+    ui::EditAsc* viewer = window.openSheet(sheet);
+    ASSERT_NE(viewer, nullptr);
+    EXPECT_EQ(window.mdiArea()->subWindowList().size(), 1);
+    // The same sheet again brings the same viewer forward.
+    EXPECT_EQ(window.openSheet(sheet), viewer);
+}
+
+} // namespace
+} // namespace orvak::app
