@@ -8,6 +8,7 @@
 #include "bars/forms/bar_table_form.h"
 #include "bars/forms/steel_qnt_form.h"
 #include "bars/forms/steel_upd_form.h"
+#include "beams/forms/bmseting_form.h"
 #include "floors/forms/floor_forms.h"
 #include "shell/forms/gsetting_form.h"
 #include "shell/forms/openlib_form.h"
@@ -33,6 +34,7 @@ using bars::forms::Roundbar;
 using bars::forms::spacing;
 using bars::forms::SteelQnt;
 using bars::forms::SteelUpd;
+using beams::forms::Bmseting;
 using floors::forms::CielData;
 using floors::forms::CielThick;
 using floors::forms::NewCiel;
@@ -43,6 +45,7 @@ namespace pi = project_item;
 namespace si = setting_item;
 namespace qi = quantities_item;
 namespace ci = cielling_item;
+namespace bi = beam_item;
 
 constexpr bool kProject = true; // needs an open project
 constexpr bool kAlways = false;
@@ -69,6 +72,9 @@ const std::array kMenuTable = {
     MenuItem{MainMenu::Cielling, ci::kSelect, "SlcCiel", kProject, form<SlcCiel>},
     MenuItem{MainMenu::Cielling, ci::kData, "CielData", kProject, form<CielData>},
     MenuItem{MainMenu::Cielling, ci::kThickness, "CielThick", kProject, form<CielThick>},
+
+    // The defaults every new beam copies live in the GENERAL folder, shared by every project.
+    MenuItem{MainMenu::Beam, bi::kSettings, "Bmseting", kAlways, form<Bmseting>},
 
     MenuItem{MainMenu::Quantities, qi::kSteelUpdate, "SteelUpd", kProject, form<SteelUpd>},
     MenuItem{MainMenu::Quantities, qi::kSteelPrint, "SteelQnt", kProject, form<SteelQnt>},

@@ -38,6 +38,11 @@ inline constexpr int kDelete = 8;
 inline constexpr int kExit = 10;
 } // namespace project_item
 
+/// Item indexes of the Beam\Rip menu.
+namespace beam_item {
+inline constexpr int kSettings = 0;
+} // namespace beam_item
+
 /// Item indexes of the Cielling (floors) menu.
 namespace cielling_item {
 inline constexpr int kNew = 0;

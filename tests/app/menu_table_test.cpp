@@ -121,7 +121,7 @@ TEST_F(MenuTableTest, EachFormOpensInOneWindow) {
         forms << name;
     }
     forms.sort();
-    EXPECT_EQ(forms, QStringList({"CielData", "CielThick", "Gsetting", "Netiron", "NewCiel",
+    EXPECT_EQ(forms, QStringList({"Bmseting", "CielData", "CielThick", "Gsetting", "Netiron", "NewCiel",
                                   "Projdata", "Roundbar", "SlcCiel", "SteelQnt", "SteelUpd",
                                   "spacing"}));
     EXPECT_EQ(window.mdiArea()->subWindowList().size(), forms.size());
