@@ -10,6 +10,7 @@
 #include <QFrame>
 #include <QHelpEvent>
 #include <QIcon>
+#include <QInputDialog>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -29,7 +30,9 @@
 #include <array>
 #include <string_view>
 
+#include "app/beam_design_run.h"
 #include "app/project_explorer.h"
+#include "beams/load_cases.h"
 #include "core/error.h"
 #include "floors/forms/floor_forms.h"
 #include "shell/forms/openlib_form.h"
@@ -189,7 +192,8 @@ MdiMain::MdiMain(shell::ShellState& shell, std::span<const MenuItem> items, QWid
     : QMainWindow(parent), m_shell(shell), m_items(items), m_mdi(new QMdiArea(this)),
       m_openlib(std::make_unique<shell::forms::Openlib>(shell, this)),
       m_projectsFolderLabel(new QLabel(this)), m_projectLabel(new QLabel(this)),
-      m_floorLabel(new QLabel(this)), m_explorer(new ProjectExplorer(shell, this)) {
+      m_floorLabel(new QLabel(this)), m_explorer(new ProjectExplorer(shell, this)),
+      m_designRun(new BeamDesignRun(shell, this)) {
     m_shell.loading = true;
     setObjectName(latin1(m_shell.frameKey));
     applyFonts();
@@ -219,6 +223,9 @@ MdiMain::MdiMain(shell::ShellState& shell, std::span<const MenuItem> items, QWid
     addDockWidget(Qt::LeftDockWidgetArea, m_explorer);
     connect(m_explorer, &ProjectExplorer::sheetChosen, this,
             [this](const std::filesystem::path& sheet) { openSheet(sheet); });
+    connect(m_explorer, &ProjectExplorer::designFloorRequested, this,
+            [this](int floor) { designFloor(floor); });
+    connect(m_designRun, &BeamDesignRun::finished, m_explorer, &ProjectExplorer::refresh);
     buildMenus();
     m_openlib->setLeaveProjectCheck([this] { return closeChildWindows(); });
 
@@ -665,6 +672,30 @@ bool MdiMain::closeChildWindows() {
         }
     }
     return true;
+}
+
+void MdiMain::designFloor(int floor) {
+    QStringList schemes;
+    for (int scheme = 1; scheme <= 3; ++scheme) {
+        const std::string_view name = beams::caseSchemeName(scheme);
+        schemes << QStringLiteral("%1: %2").arg(scheme).arg(
+            QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size())));
+    }
+    bool chosen = false;
+    const QString scheme =
+        QInputDialog::getItem(this, windowTitle(), QString(), schemes,
+                              beams::kDefaultCaseScheme - 1, false, &chosen);
+    if (chosen) {
+        startFloorDesign(floor, schemes.indexOf(scheme) + 1);
+    }
+}
+
+BeamDesignRun* MdiMain::startFloorDesign(int floor, int scheme) {
+    if (m_messageHook) {
+        m_designRun->setMessageHook(m_messageHook);
+    }
+    m_designRun->start(floor, scheme);
+    return m_designRun;
 }
 
 ui::EditAsc* MdiMain::openSheet(const std::filesystem::path& sheet) {

@@ -33,6 +33,7 @@ class Openlib;
 
 namespace orvak::app {
 
+class BeamDesignRun;
 class ProjectExplorer;
 
 class MdiMain : public QMainWindow {
@@ -81,6 +82,13 @@ public:
 
     /// The dock with the project's floors, beams, design states and sheets.
     ProjectExplorer* explorer() const { return m_explorer; }
+    /// "Design all beams of the floor": asks for the load-case scheme (the full live-load
+    /// pattern preselected), then designs them through the job runner off the GUI thread with
+    /// a progress dialog; the explorer is read again at the end.
+    void designFloor(int floor);
+    /// The same under a given scheme, without asking; the run of the window (for tests).
+    BeamDesignRun* startFloorDesign(int floor, int scheme);
+
     /// Opens a sheet (a listing) of the project in the text viewer; nullptr when it cannot be
     /// read (the user is told).
     ui::EditAsc* openSheet(const std::filesystem::path& sheet);
@@ -158,6 +166,7 @@ private:
     QLabel* m_projectLabel;
     QLabel* m_floorLabel;
     ProjectExplorer* m_explorer;
+    BeamDesignRun* m_designRun;
     std::array<QAction*, kMainMenuCount> m_menuActions{};
     std::array<QMenu*, kMainMenuCount> m_menus{};
     QMenu* m_plotterMenu = nullptr;

@@ -4,6 +4,7 @@
 
 #include <QFont>
 #include <QHeaderView>
+#include <QMenu>
 #include <QSet>
 #include <QTreeWidget>
 #include <algorithm>
@@ -38,7 +39,10 @@ constexpr std::size_t kNotYet = 8;
 constexpr std::size_t kSheets = 9;
 constexpr std::size_t kFloor = 10;
 constexpr std::size_t kNoProject = 11;
-constexpr std::size_t kPromptCount = 11;
+constexpr std::size_t kDesignFloor = 12;
+constexpr std::size_t kPromptCount = 12;
+// The floor number of a floor's item.
+constexpr int kFloorRole = Qt::UserRole + 2;
 
 // Where an item leads: the sheet a double click opens, kept on the item.
 constexpr int kSheetRole = Qt::UserRole;
@@ -69,6 +73,9 @@ ProjectExplorer::ProjectExplorer(shell::ShellState& shell, QWidget* parent)
     setMinimumWidth(360);
     connect(m_tree, &QTreeWidget::itemActivated, this,
             [this](QTreeWidgetItem* item) { activated(item); });
+    m_tree->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_tree, &QTreeWidget::customContextMenuRequested, this,
+            [this](const QPoint& at) { showMenu(at); });
     readPrompts();
 }
 
@@ -128,6 +135,7 @@ void ProjectExplorer::refresh() {
         auto* floorItem = new QTreeWidgetItem(m_tree, {caption});
         const QString key = QStringLiteral("floor %1").arg(f.number);
         floorItem->setData(0, kKeyRole, key);
+        floorItem->setData(0, kFloorRole, static_cast<int>(f.number));
         if (f.number == m_shell.currentFloor) {
             QFont bold = floorItem->font(0);
             bold.setBold(true);
@@ -193,6 +201,20 @@ void ProjectExplorer::refresh() {
         item->setData(0, kSheetRole, QString::fromStdString(sheet.string()));
     }
     sheetsItem->setExpanded(expanded.contains(QStringLiteral("sheets")));
+}
+
+void ProjectExplorer::showMenu(const QPoint& at) {
+    QTreeWidgetItem* item = m_tree->itemAt(at);
+    if (item == nullptr || !item->data(0, kFloorRole).isValid()) {
+        return;
+    }
+    const int floor = item->data(0, kFloorRole).toInt();
+    QMenu menu(this);
+    QAction* design = menu.addAction(prompt(kDesignFloor, "Design all beams of the floor"));
+    design->setEnabled(item->childCount() > 0);
+    if (menu.exec(m_tree->viewport()->mapToGlobal(at)) == design) {
+        emit designFloorRequested(floor);
+    }
 }
 
 void ProjectExplorer::activated(QTreeWidgetItem* item) {

@@ -34,10 +34,13 @@ public slots:
 signals:
     /// A sheet was chosen (a double click on it or on a designed beam).
     void sheetChosen(const std::filesystem::path& sheet);
+    /// "Design all beams of the floor" was chosen in a floor's context menu.
+    void designFloorRequested(int floor);
 
 private:
     QString prompt(std::size_t n, std::string_view english) const;
     void activated(QTreeWidgetItem* item);
+    void showMenu(const QPoint& at);
 
     shell::ShellState& m_shell;
     shell::PromptList m_prompts;

@@ -6,7 +6,9 @@
 #include <QSignalSpy>
 #include <QTreeWidget>
 
+#include "app/beam_design_run.h"
 #include "app/mdi_main.h"
+#include "beams/beam_job.h"
 #include "bars/bar_tables.h"
 #include "core/codepage.h"
 #include "jobs/beam_design_job.h"
@@ -63,6 +65,44 @@ TEST_F(ProjectExplorerTest, ShowsTheStatesOfTheLastRunAndOpensSheets) {
     EXPECT_EQ(window.mdiArea()->subWindowList().size(), 1);
     // The same sheet again brings the same viewer forward.
     EXPECT_EQ(window.openSheet(sheet), viewer);
+}
+
+// The floor's run from the window goes off the GUI thread, and writes what the command line
+// writes: the same listings, byte for byte, as a run of the job runner on a copy.
+TEST_F(ProjectExplorerTest, DesigningAFloorFromTheWindowWritesWhatTheCommandLineWrites) {
+    shell::ShellState shell = startShell();
+    MdiMain window(shell);
+    QStringList messages;
+    window.setMessageHook([&](const QString& m) { messages << m; });
+    const fs::path project = shell.projectPath();
+    const fs::path copy = home() / "Copy.prj";
+    fs::copy(project, copy, fs::copy_options::recursive);
+
+    BeamDesignRun* run = window.startFloorDesign(1, 3);
+    ASSERT_TRUE(run->running());
+    QSignalSpy ended(run, &BeamDesignRun::finished);
+    ASSERT_TRUE(ended.wait(60000));
+    EXPECT_EQ(run->result().elements.size(), 4u);
+    ASSERT_EQ(messages.size(), 1);
+    EXPECT_EQ(messages[0], "All 4 beams were designed.");
+    // The explorer was read again when the run ended.
+    EXPECT_EQ(window.explorer()->tree()->topLevelItem(0)->child(0)->text(
+                  ProjectExplorer::StateColumn),
+              "designed");
+
+    const auto chosen = jobs::chooseBeams(copy, {1, 0}, core::CodePage::Windows1252);
+    jobs::designBeams(copy, chosen, beams::designBarTable(shell.generalFolder()).rows, 3);
+    int compared = 0;
+    for (const auto& entry : fs::directory_iterator(project)) {
+        const std::string ext = entry.path().extension().string();
+        if (ext.rfind(".Analy", 0) == 0) {
+            EXPECT_EQ(test::readBytes(entry.path()),
+                      test::readBytes(copy / entry.path().filename()))
+                << entry.path().filename();
+            ++compared;
+        }
+    }
+    EXPECT_EQ(compared, 16);
 }
 
 } // namespace
