@@ -8,6 +8,7 @@
 #include "bars/forms/bar_table_form.h"
 #include "bars/forms/steel_qnt_form.h"
 #include "bars/forms/steel_upd_form.h"
+#include "beams/forms/bmriprpt_form.h"
 #include "beams/forms/bmseting_form.h"
 #include "floors/forms/floor_forms.h"
 #include "shell/forms/gsetting_form.h"
@@ -34,6 +35,7 @@ using bars::forms::Roundbar;
 using bars::forms::spacing;
 using bars::forms::SteelQnt;
 using bars::forms::SteelUpd;
+using beams::forms::BmRipRpt;
 using beams::forms::Bmseting;
 using floors::forms::CielData;
 using floors::forms::CielThick;
@@ -46,6 +48,7 @@ namespace si = setting_item;
 namespace qi = quantities_item;
 namespace ci = cielling_item;
 namespace bi = beam_item;
+namespace ri = reports_item;
 
 constexpr bool kProject = true; // needs an open project
 constexpr bool kAlways = false;
@@ -78,6 +81,8 @@ const std::array kMenuTable = {
 
     MenuItem{MainMenu::Quantities, qi::kSteelUpdate, "SteelUpd", kProject, form<SteelUpd>},
     MenuItem{MainMenu::Quantities, qi::kSteelPrint, "SteelQnt", kProject, form<SteelQnt>},
+
+    MenuItem{MainMenu::Reports, ri::kBeamRip, "BmRipRpt", kProject, form<BmRipRpt>},
 
     MenuItem{MainMenu::Setting, si::kSoftware, "Gsetting", kAlways, form<Gsetting>},
     // The bar tables live in the GENERAL folder, shared by every project.

@@ -43,6 +43,11 @@ namespace beam_item {
 inline constexpr int kSettings = 0;
 } // namespace beam_item
 
+/// Item indexes of the Reports menu.
+namespace reports_item {
+inline constexpr int kBeamRip = 0;
+} // namespace reports_item
+
 /// Item indexes of the Cielling (floors) menu.
 namespace cielling_item {
 inline constexpr int kNew = 0;

@@ -71,9 +71,9 @@ TEST_F(MenuTableTest, ItemsThatNeedAProjectWaitForOne) {
             << action->text().toStdString();
         needing += row.needsProject ? 1 : 0;
     }
-    // Project data, archive, copy, the four floor forms and the two steel forms work on the
-    // current project.
-    EXPECT_EQ(needing, 9);
+    // Project data, archive, copy, the four floor forms, the beam reports and the two steel
+    // forms work on the current project.
+    EXPECT_EQ(needing, 10);
     // Asked for all the same, the form of such an item says why it does not open.
     EXPECT_EQ(window.open(MainMenu::Project, project_item::kProjectData), nullptr);
     EXPECT_EQ(m_messages, QStringList{kNoProject});
@@ -121,7 +121,7 @@ TEST_F(MenuTableTest, EachFormOpensInOneWindow) {
         forms << name;
     }
     forms.sort();
-    EXPECT_EQ(forms, QStringList({"Bmseting", "CielData", "CielThick", "Gsetting", "Netiron", "NewCiel",
+    EXPECT_EQ(forms, QStringList({"BmRipRpt", "Bmseting", "CielData", "CielThick", "Gsetting", "Netiron", "NewCiel",
                                   "Projdata", "Roundbar", "SlcCiel", "SteelQnt", "SteelUpd",
                                   "spacing"}));
     EXPECT_EQ(window.mdiArea()->subWindowList().size(), forms.size());
@@ -161,7 +161,8 @@ TEST_F(MenuTableTest, ItemsNotInThisVersionSaySo) {
     }
     // Among them a whole menu of items, an item of a menu with built ones, a sub-menu and
     // the Graphics entry of the menu bar.
-    for (const char* text : {"Groups data/Design", "Filling", "plotter ", "Graphics", "Beam/Rip"}) {
+    for (const char* text :
+         {"Groups data/Design", "Filling", "plotter ", "Graphics", "Columns groups"}) {
         EXPECT_TRUE(unbuilt.contains(text)) << text;
     }
     EXPECT_EQ(window.plotterItem(0)->statusTip(), kNotInThisVersion);
