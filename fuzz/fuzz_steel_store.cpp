@@ -81,8 +81,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     scratch.clear();
     const bool legacy = data[0] % 2 == 1;
-    fuzz::writeFile(scratch.path() / (legacy ? bars::kLegacyIronDatabaseFile
-                                             : bars::kIronDatabaseFile),
+    fuzz::writeFile(scratch.path() /
+                        (legacy ? bars::kLegacyIronDatabaseFile : bars::kIronDatabaseFile),
                     data + 1, size - 1);
     if (legacy) {
         importLegacy(scratch.path());

@@ -17,8 +17,8 @@ namespace orvak::fuzz {
 class ScratchFolder {
 public:
     explicit ScratchFolder(std::string_view name)
-        : m_folder(base() / ("orvak-fuzz-" + std::string(name) + "-" +
-                             std::to_string(::getpid()))) {
+        : m_folder(base() /
+                   ("orvak-fuzz-" + std::string(name) + "-" + std::to_string(::getpid()))) {
         std::filesystem::create_directories(m_folder);
     }
     ~ScratchFolder() {
@@ -63,8 +63,7 @@ inline void writeFile(const std::filesystem::path& path, const std::uint8_t* dat
 
 /// Stops the run with a message; libFuzzer keeps the input that led here.
 [[noreturn]] inline void fail(std::string_view what) {
-    std::fprintf(stderr, "fuzz check failed: %.*s\n", static_cast<int>(what.size()),
-                 what.data());
+    std::fprintf(stderr, "fuzz check failed: %.*s\n", static_cast<int>(what.size()), what.data());
     std::abort();
 }
 

@@ -43,8 +43,8 @@ bool BeamDesignRun::start(int floor, int scheme) {
     if (m_thread != nullptr) {
         return false;
     }
-    const shell::PromptList prompts = shell::readPrompts(m_shell.programFolder, m_shell.language(),
-                                                         kPromptKey, 2, kPromptCount);
+    const shell::PromptList prompts =
+        shell::readPrompts(m_shell.programFolder, m_shell.language(), kPromptKey, 2, kPromptCount);
     const auto prompt = [&](std::size_t n, std::string_view english) {
         return ui::formPrompt(prompts, n, english, m_shell.language());
     };
@@ -53,7 +53,8 @@ bool BeamDesignRun::start(int floor, int scheme) {
     bars::BarPropertyTable table;
     try {
         // Every beam is read and checked before the first is designed.
-        chosen = jobs::chooseBeams(project, {floor, 0}, core::codePageForLanguage(m_shell.language()));
+        chosen =
+            jobs::chooseBeams(project, {floor, 0}, core::codePageForLanguage(m_shell.language()));
         table = beams::designBarTable(m_shell.generalFolder());
     } catch (const InputError& e) {
         ui::tellUser(m_parent, m_messageHook, QString::fromUtf8(e.what()));
@@ -97,17 +98,19 @@ bool BeamDesignRun::start(int floor, int scheme) {
     observer.cancelRequested = [this] { return m_cancel.load(); };
 
     const int schemeUsed = scheme;
-    m_thread = QThread::create([this, project, chosen = std::move(chosen), rows = table.rows,
-                                schemeUsed, observer] {
-        try {
-            m_result = jobs::designBeams(project, chosen, rows, schemeUsed, observer);
-        } catch (const FileError& e) {
-            m_error = QString::fromUtf8(e.what());
-        } catch (const InputError& e) {
-            m_error = QString::fromUtf8(e.what());
-        }
-    });
-    connect(m_thread, &QThread::finished, this, [this] { ended(); }, Qt::QueuedConnection);
+    const core::CodePage page = core::codePageForLanguage(m_shell.language());
+    m_thread = QThread::create(
+        [this, project, chosen = std::move(chosen), rows = table.rows, schemeUsed, observer, page] {
+            try {
+                m_result = jobs::designBeams(project, chosen, rows, schemeUsed, observer, page);
+            } catch (const FileError& e) {
+                m_error = QString::fromUtf8(e.what());
+            } catch (const InputError& e) {
+                m_error = QString::fromUtf8(e.what());
+            }
+        });
+    connect(
+        m_thread, &QThread::finished, this, [this] { ended(); }, Qt::QueuedConnection);
     m_progress->show();
     m_thread->start();
     return true;
@@ -122,8 +125,8 @@ void BeamDesignRun::ended() {
         m_progress->deleteLater();
         m_progress = nullptr;
     }
-    const shell::PromptList prompts = shell::readPrompts(m_shell.programFolder, m_shell.language(),
-                                                         kPromptKey, 2, kPromptCount);
+    const shell::PromptList prompts =
+        shell::readPrompts(m_shell.programFolder, m_shell.language(), kPromptKey, 2, kPromptCount);
     const auto prompt = [&](std::size_t n, std::string_view english) {
         return ui::formPrompt(prompts, n, english, m_shell.language());
     };
@@ -143,8 +146,9 @@ void BeamDesignRun::ended() {
         if (r.status == jobs::ElementStatus::Designed) {
             continue;
         }
-        m_summary += QStringLiteral("\n%1 %2: ").arg(r.number).arg(
-            ui::toQString(r.name, m_shell.language()));
+        m_summary += QStringLiteral("\n%1 %2: ")
+                         .arg(r.number)
+                         .arg(ui::toQString(r.name, m_shell.language()));
         for (std::size_t i = 0; i < r.failures.size(); ++i) {
             m_summary += (i == 0 ? QString() : QStringLiteral("; ")) +
                          QString::fromUtf8(r.failures[i].c_str());

@@ -682,9 +682,8 @@ void MdiMain::designFloor(int floor) {
             QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size())));
     }
     bool chosen = false;
-    const QString scheme =
-        QInputDialog::getItem(this, windowTitle(), QString(), schemes,
-                              beams::kDefaultCaseScheme - 1, false, &chosen);
+    const QString scheme = QInputDialog::getItem(this, windowTitle(), QString(), schemes,
+                                                 beams::kDefaultCaseScheme - 1, false, &chosen);
     if (chosen) {
         startFloorDesign(floor, schemes.indexOf(scheme) + 1);
     }

@@ -14,6 +14,7 @@
 #include "bars/steel_store.h"
 #include "beams/beam_job.h"
 #include "beams/beam_record.h"
+#include "beams/beam_report.h"
 #include "core/error.h"
 #include "core/file_util.h"
 #include "floors/floors.h"
@@ -51,7 +52,8 @@ constexpr int kKeyRole = Qt::UserRole + 1;
 
 bool isSheet(const fs::path& file) {
     const std::string ext = file.extension().string();
-    return ext.size() == 7 && ext.rfind(".Analy", 0) == 0 && ext[6] >= '0' && ext[6] <= '9';
+    return (ext.size() == 7 && ext.rfind(".Analy", 0) == 0 && ext[6] >= '0' && ext[6] <= '9') ||
+           ext == beams::kReportExt;
 }
 
 } // namespace
@@ -84,8 +86,8 @@ QString ProjectExplorer::prompt(std::size_t n, std::string_view english) const {
 }
 
 void ProjectExplorer::readPrompts() {
-    m_prompts = shell::readPrompts(m_shell.programFolder, m_shell.language(), kPromptKey, 2,
-                                   kPromptCount);
+    m_prompts =
+        shell::readPrompts(m_shell.programFolder, m_shell.language(), kPromptKey, 2, kPromptCount);
     setWindowTitle(prompt(kCaption, "Project"));
     m_tree->setHeaderLabels({prompt(kElementHeading, "Element"), prompt(kStateHeading, "State"),
                              prompt(kWhenHeading, "Designed on")});
@@ -149,7 +151,8 @@ void ProjectExplorer::refresh() {
         }
         for (const beams::BeamRecord& b : beamList) {
             auto* beamItem = new QTreeWidgetItem(
-                floorItem, {QStringLiteral("%1  %2").arg(b.number).arg(ui::toQString(b.name, language))});
+                floorItem,
+                {QStringLiteral("%1  %2").arg(b.number).arg(ui::toQString(b.name, language))});
             const auto state = states.find({"beam", b.floor, b.number});
             if (state == states.end()) {
                 beamItem->setText(StateColumn, prompt(kNotYet, "not designed yet"));
@@ -193,11 +196,12 @@ void ProjectExplorer::refresh() {
         }
     }
     std::sort(sheets.begin(), sheets.end());
-    auto* sheetsItem =
-        new QTreeWidgetItem(m_tree, {prompt(kSheets, "Sheets") + QStringLiteral(" (%1)").arg(sheets.size())});
+    auto* sheetsItem = new QTreeWidgetItem(
+        m_tree, {prompt(kSheets, "Sheets") + QStringLiteral(" (%1)").arg(sheets.size())});
     sheetsItem->setData(0, kKeyRole, QStringLiteral("sheets"));
     for (const fs::path& sheet : sheets) {
-        auto* item = new QTreeWidgetItem(sheetsItem, {QString::fromStdString(sheet.filename().string())});
+        auto* item =
+            new QTreeWidgetItem(sheetsItem, {QString::fromStdString(sheet.filename().string())});
         item->setData(0, kSheetRole, QString::fromStdString(sheet.string()));
     }
     sheetsItem->setExpanded(expanded.contains(QStringLiteral("sheets")));

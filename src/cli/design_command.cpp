@@ -1,5 +1,6 @@
 // orvak-cli design command: designs the beams of a project from their files, writes every
 // listing, records the chosen bars in the steel store and prints one line per beam.
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <memory>
@@ -7,6 +8,7 @@
 #include <fmt/format.h>
 
 #include "beams/beam_job.h"
+#include "beams/beam_report.h"
 #include "beams/load_cases.h"
 #include "cli/cli_support.h"
 #include "cli/commands.h"
@@ -59,9 +61,14 @@ int runDesign(const DesignOptions& o) {
                              beams::caseSchemeName(o.scheme));
     jobs::JobObserver observer;
     observer.finished = [&](std::size_t, std::size_t, const jobs::ElementReport& r) {
-        std::cout << fmt::format("Floor {}, beam {} {}: {}, {} listings, {} steel items\n", r.floor,
-                                 r.number, core::toUtf8(r.name, page), statusWord(r.status),
-                                 r.files.size(), r.steelItems);
+        // The listings and, when they were written, the report document.
+        const auto report = std::count_if(r.files.begin(), r.files.end(), [](const fs::path& f) {
+            return f.extension() == beams::kReportExt;
+        });
+        std::cout << fmt::format("Floor {}, beam {} {}: {}, {} listings{}, {} steel items\n",
+                                 r.floor, r.number, core::toUtf8(r.name, page),
+                                 statusWord(r.status), r.files.size() - report,
+                                 report > 0 ? " and the report" : "", r.steelItems);
         for (const auto& m : r.messages) {
             std::cout << "  " << m << "\n";
         }
@@ -72,7 +79,8 @@ int runDesign(const DesignOptions& o) {
         }
         std::cout.flush();
     };
-    const jobs::JobResult run = jobs::designBeams(project, chosen, table.rows, o.scheme, observer);
+    const jobs::JobResult run =
+        jobs::designBeams(project, chosen, table.rows, o.scheme, observer, page);
     std::cout << fmt::format("{} beams designed, {} with failures.\n", run.elements.size(),
                              run.failing());
     return run.failing() > 0 ? 2 : 0;
@@ -83,8 +91,10 @@ int runDesign(const DesignOptions& o) {
 void addDesignCommands(CLI::App& app, CommandContext& context) {
     auto o = std::make_shared<DesignOptions>();
     auto* design = app.add_subcommand(
-        "design", "Design the beams of a project: listings (.Analy0 to .Analy3) and steel items. "
-                  "Exit code 2 when a beam fails a check.");
+        "design",
+        "Design the beams of a project: listings (.Analy0 to .Analy3), the report (.rtf) and "
+        "steel items. "
+        "Exit code 2 when a beam fails a check.");
     design->add_option("project", o->project, "Project folder (a folder ending in .prj)")
         ->required();
     design->add_option("--floor", o->floor, "Only this floor (default: every floor)")

@@ -1,12 +1,17 @@
 // Beams in the design job runner: the choice of beams and the design of each into its outputs.
 #include "jobs/beam_design_job.h"
 
+#include <ctime>
+
 #include <fmt/format.h>
 
 #include "beams/beam_job.h"
+#include "beams/beam_report.h"
 #include "beams/case_files.h"
 #include "core/error.h"
+#include "core/file_util.h"
 #include "floors/floors.h"
+#include "shell/project_record.h"
 
 namespace orvak::jobs {
 
@@ -22,6 +27,32 @@ ElementStatus elementStatus(beams::BeamJobStatus status) {
         break;
     }
     return ElementStatus::NotDesigned;
+}
+
+// The head of the beams' report documents: the project's title lines as GEN.CST holds them
+// (read without the write-back of a blank sheet name: a design writes no input) and today.
+beams::ReportHead reportHead(const std::filesystem::path& project, core::CodePage page) {
+    beams::ReportHead head;
+    head.page = page;
+    if (const auto file = core::findFileNoCase(project, shell::kProjectRecordFile)) {
+        if (const auto bytes = core::readWholeFile(*file);
+            bytes && bytes->size() >= shell::kGenCstLayout.size) {
+            const shell::ProjectRecord record =
+                shell::decodeProjectRecord(core::RecordBuffer(std::vector<std::uint8_t>(
+                    bytes->begin(),
+                    bytes->begin() + static_cast<std::ptrdiff_t>(shell::kGenCstLayout.size))));
+            if (record.valid) {
+                head.titleLines.assign(record.titleLines.begin(), record.titleLines.end());
+            }
+        }
+    }
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    localtime_r(&now, &local);
+    char date[16];
+    std::strftime(date, sizeof date, "%d-%m-%Y", &local);
+    head.date = date;
+    return head;
 }
 
 } // namespace
@@ -69,7 +100,8 @@ std::vector<beams::BeamRecord> chooseBeams(const std::filesystem::path& project,
 JobResult designBeams(const std::filesystem::path& project,
                       const std::vector<beams::BeamRecord>& beams,
                       const std::vector<bars::BarProperties>& barTable, int scheme,
-                      const JobObserver& observer) {
+                      const JobObserver& observer, core::CodePage page) {
+    const beams::ReportHead head = reportHead(project, page);
     std::vector<JobElement> elements;
     elements.reserve(beams.size());
     for (const beams::BeamRecord& record : beams) {
@@ -78,7 +110,7 @@ JobResult designBeams(const std::filesystem::path& project,
         e.floor = record.floor;
         e.number = record.number;
         e.name = record.name;
-        e.design = [&project, &record, &barTable, scheme](bool last) {
+        e.design = [&project, &record, &barTable, scheme, &head](bool last) {
             beams::BeamDesignOutputs design =
                 beams::designBeamOutputs(project, record, barTable, scheme);
             ElementOutputs out;
@@ -89,6 +121,9 @@ JobResult designBeams(const std::filesystem::path& project,
                 return out;
             }
             out.files = std::move(design.listings);
+            out.files.push_back(
+                {project / (beams::listingBaseName(record) + std::string(beams::kReportExt)),
+                 beams::beamReportRtf(head, record, out.files)});
             // The case files are the interactive analysis's scratch files: a run leaves them
             // holding its last beam, written with that beam's other outputs.
             if (last) {

@@ -27,13 +27,15 @@ struct BeamSelection {
 std::vector<beams::BeamRecord> chooseBeams(const std::filesystem::path& projectFolder,
                                            const BeamSelection& selection, core::CodePage page);
 
-/// Designs the beams under a load-case scheme through the runner: the four listings and the
-/// bar items of each beam, and, for the last beam of the run, the case files of the
-/// interactive analysis (removed at the start of the run, so that a failed run leaves none).
+/// Designs the beams under a load-case scheme through the runner: the four listings, the
+/// report document (its text in `page`, the code page of the project's language) and the bar
+/// items of each beam, and, for the last beam of the run, the case files of the interactive
+/// analysis (removed at the start of the run, so that a failed run leaves none).
 JobResult designBeams(const std::filesystem::path& projectFolder,
                       const std::vector<beams::BeamRecord>& beams,
                       const std::vector<bars::BarProperties>& barTable, int scheme,
-                      const JobObserver& observer = {});
+                      const JobObserver& observer = {},
+                      core::CodePage page = core::CodePage::Windows1252);
 
 /// Designs beam `beamNumber` of floor `floor` alone (chooseBeams, then designBeams), with the
 /// bar table of the GENERAL folder. Throws InputError as chooseBeams does.

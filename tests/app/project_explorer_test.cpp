@@ -8,8 +8,8 @@
 
 #include "app/beam_design_run.h"
 #include "app/mdi_main.h"
-#include "beams/beam_job.h"
 #include "bars/bar_tables.h"
+#include "beams/beam_job.h"
 #include "core/codepage.h"
 #include "jobs/beam_design_job.h"
 #include "ui/shell_fixture.h"
@@ -37,8 +37,7 @@ TEST_F(ProjectExplorerTest, ShowsTheStatesOfTheLastRunAndOpensSheets) {
     EXPECT_FALSE(fs::exists(project / "Iron.db"));
 
     const auto chosen = jobs::chooseBeams(project, {1, 0}, core::CodePage::Windows1252);
-    const jobs::JobResult run =
-        jobs::designBeams(project, chosen, bars::builtInBarProperties(), 3);
+    const jobs::JobResult run = jobs::designBeams(project, chosen, bars::builtInBarProperties(), 3);
     ASSERT_EQ(run.failing(), 0u);
     window.explorer()->refresh();
 
@@ -50,9 +49,9 @@ TEST_F(ProjectExplorerTest, ShowsTheStatesOfTheLastRunAndOpensSheets) {
     }
     EXPECT_EQ(tree->topLevelItem(1)->child(0)->text(ProjectExplorer::StateColumn),
               "not designed yet");
-    // Four listings for each of the four beams.
+    // Four listings and the report for each of the four beams.
     QTreeWidgetItem* sheets = tree->topLevelItem(2);
-    ASSERT_EQ(sheets->childCount(), 16);
+    ASSERT_EQ(sheets->childCount(), 20);
 
     QSignalSpy chosenSheet(window.explorer(), &ProjectExplorer::sheetChosen);
     emit tree->itemActivated(first->child(0), 0);
@@ -86,9 +85,9 @@ TEST_F(ProjectExplorerTest, DesigningAFloorFromTheWindowWritesWhatTheCommandLine
     ASSERT_EQ(messages.size(), 1);
     EXPECT_EQ(messages[0], "All 4 beams were designed.");
     // The explorer was read again when the run ended.
-    EXPECT_EQ(window.explorer()->tree()->topLevelItem(0)->child(0)->text(
-                  ProjectExplorer::StateColumn),
-              "designed");
+    EXPECT_EQ(
+        window.explorer()->tree()->topLevelItem(0)->child(0)->text(ProjectExplorer::StateColumn),
+        "designed");
 
     const auto chosen = jobs::chooseBeams(copy, {1, 0}, core::CodePage::Windows1252);
     jobs::designBeams(copy, chosen, beams::designBarTable(shell.generalFolder()).rows, 3);

@@ -2,6 +2,8 @@
 // items of a two-span beam imported from JSON, replacement of earlier items, failures.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <cmath>
 #include <map>
 
@@ -10,6 +12,7 @@
 #include "beams/beam_job_fixture.h"
 #include "beams/case_files.h"
 #include "core/error.h"
+#include "core/rtf_text.h"
 #include "jobs/beam_design_job.h"
 #include "model/model_json.h"
 #include "support/temp_dir.h"
@@ -61,7 +64,16 @@ TEST_F(BeamJob, DesignWritesListingsCaseFilesAndTheSteelOfThatBeamOnly) {
     for (const char* ext : {".Analy0", ".Analy1", ".Analy2", ".Analy3"}) {
         EXPECT_TRUE(fs::exists(project() / (std::string("F1-B1_1") + ext))) << ext;
     }
-    ASSERT_EQ(r.files.size(), 4u);
+    ASSERT_EQ(r.files.size(), 5u);
+    // The report document holds the listings under framed headings, and reads as their text
+    // in any word processor.
+    const std::string report = core::rtfPlainText(test::readBytes(project() / "F1-B1_1.rtf"));
+    const std::string flexure = test::readBytes(project() / "F1-B1_1.Analy2");
+    EXPECT_NE(report.find(" ==========  FLEXURAL DESIGN  ========== \n"), std::string::npos);
+    std::string flexureText = flexure;
+    flexureText.erase(std::remove(flexureText.begin(), flexureText.end(), '\r'), flexureText.end());
+    EXPECT_NE(report.find(flexureText), std::string::npos);
+    EXPECT_NE(report.find("   (kg/cm^2)\n"), std::string::npos);
     // The run's last beam leaves the case files of the interactive analysis.
     for (const auto name : {kLoadCasesFile, kCasesT1File, kCasesT2File, kCasesT3File}) {
         EXPECT_TRUE(fs::exists(project() / name)) << name;

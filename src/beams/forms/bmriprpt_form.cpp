@@ -45,8 +45,7 @@ constexpr std::size_t kPromptCount = 16;
 constexpr std::string_view kNotesFile = "Report.txt";
 
 constexpr std::array<std::string_view, 4> kListingExt = {kShearListingExt, kAnalysisListingExt,
-                                                         kFlexureListingExt,
-                                                         kDeflectionListingExt};
+                                                         kFlexureListingExt, kDeflectionListingExt};
 constexpr std::array<std::string_view, 4> kListingNames = {"Shear", "Analysis", "Flexure",
                                                            "Long-term deflection"};
 
@@ -103,8 +102,8 @@ QString BmRipRpt::prompt(std::size_t n, std::string_view english) const {
 }
 
 void BmRipRpt::readPrompts() {
-    m_prompts = shell::readPrompts(m_shell.programFolder, m_shell.language(), kPromptKey, 2,
-                                   kPromptCount);
+    m_prompts =
+        shell::readPrompts(m_shell.programFolder, m_shell.language(), kPromptKey, 2, kPromptCount);
     setWindowTitle(prompt(kCaption, "Beam reports"));
     m_labels[0]->setText(prompt(kFloorLabel, "Floor"));
     m_labels[1]->setText(prompt(kBeamLabel, "Beam"));
@@ -151,8 +150,8 @@ void BmRipRpt::loadBeams() {
         ui::tellUser(this, m_messageHook, QString::fromUtf8(e.what()));
     }
     for (const BeamRecord& b : m_beamRecords) {
-        m_beams->addItem(QStringLiteral("%1  %2").arg(b.number).arg(
-            ui::toQString(b.name, m_shell.language())));
+        m_beams->addItem(
+            QStringLiteral("%1  %2").arg(b.number).arg(ui::toQString(b.name, m_shell.language())));
     }
 }
 
@@ -179,8 +178,7 @@ QWidget* BmRipRpt::showFile(const fs::path& file, const QString& missing) {
     if (file.extension() == ".rtf") {
         text = core::rtfPlainText(text);
     }
-    return ui::openReportViewer(this, m_shell,
-                                QString::fromStdString(file.filename().string()),
+    return ui::openReportViewer(this, m_shell, QString::fromStdString(file.filename().string()),
                                 ui::toQString(text, m_shell.language()), m_messageHook);
 }
 
@@ -202,8 +200,8 @@ QPlainTextEdit* BmRipRpt::editNotes() {
     auto* dialog = new QDialog(this);
     dialog->setObjectName(QStringLiteral("NotesDialog"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setWindowTitle(prompt(kNotesTitle, "Notes of the project") +
-                           QStringLiteral(" - ") + QString::fromStdString(m_shell.projectName));
+    dialog->setWindowTitle(prompt(kNotesTitle, "Notes of the project") + QStringLiteral(" - ") +
+                           QString::fromStdString(m_shell.projectName));
     m_notesEditor = new QPlainTextEdit(dialog);
     m_notesEditor->setObjectName(QStringLiteral("NotesText"));
     m_notesEditor->setFont(ui::listingFont());

@@ -124,9 +124,8 @@ QString shown(float v) {
 } // namespace
 
 Bmseting::Bmseting(shell::ShellState& shell, QWidget* parent)
-    : QWidget(parent), m_shell(shell), m_tabs(new QTabWidget(this)),
-      m_save(new QPushButton(this)), m_defaults(new QPushButton(this)),
-      m_exit(new QPushButton(this)) {
+    : QWidget(parent), m_shell(shell), m_tabs(new QTabWidget(this)), m_save(new QPushButton(this)),
+      m_defaults(new QPushButton(this)), m_exit(new QPushButton(this)) {
     setObjectName(QStringLiteral("Bmseting"));
     m_tabs->setObjectName(QStringLiteral("MTabStrip"));
     m_tabs->tabBar()->setObjectName(QStringLiteral("TabStrip1"));
@@ -224,8 +223,8 @@ QString Bmseting::label(const std::string& name) const {
 }
 
 void Bmseting::readPrompts() {
-    m_prompts = shell::readPrompts(m_shell.programFolder, m_shell.language(), kPromptKey, 2,
-                                   kPromptCount);
+    m_prompts =
+        shell::readPrompts(m_shell.programFolder, m_shell.language(), kPromptKey, 2, kPromptCount);
     setWindowTitle(prompt(kCaptionPrompt, "Beam settings"));
     for (int p = 0; p < m_tabs->count(); ++p) {
         m_tabs->setTabText(p, prompt(kFirstPagePrompt + static_cast<std::size_t>(p),

@@ -4,8 +4,8 @@
 
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QTableWidget>
 #include <QPushButton>
+#include <QTableWidget>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
@@ -28,8 +28,8 @@ constexpr ui::FormText kNewCaption{1, "New floor"};
 constexpr ui::FormText kChooseCaption{2, "Choose the floor"};
 constexpr ui::FormText kDataCaption{3, "Floor data"};
 constexpr ui::FormText kThicknessCaption{4, "Slab thickness"};
-constexpr std::size_t kFirstToolPrompt = 5;      // Save, Exit
-constexpr std::size_t kFirstHeadingPrompt = 7;   // No., Name, Level, Thickness
+constexpr std::size_t kFirstToolPrompt = 5;    // Save, Exit
+constexpr std::size_t kFirstHeadingPrompt = 7; // No., Name, Level, Thickness
 constexpr ui::FormText kAdded{11, "Floor %1 was added; it is the current floor."};
 constexpr ui::FormText kSaved{12, "The floors were saved: %1 floors."};
 constexpr ui::FormText kSaving{13, "Saving the floors..."};
@@ -45,7 +45,8 @@ constexpr ui::FormText kChosen{21, "Floor %1 is the current floor."};
 constexpr ui::FormText kDeleted{22, "Floor %1 was deleted."};
 constexpr ui::FormText kNumbersTaken{23, "Every floor number from 1 to 999 is taken."};
 constexpr ui::FormText kBeamsHeading{24, "Beams"};
-constexpr ui::FormText kNoFloorYet{25, "The project has no floor yet: add one with Cielling > New."};
+constexpr ui::FormText kNoFloorYet{25,
+                                   "The project has no floor yet: add one with Cielling > New."};
 constexpr ui::FormText kNameNotKept{26, "The name holds a character that the project's language "
                                         "cannot keep in its files."};
 constexpr std::size_t kPromptCount = 26;
@@ -196,8 +197,7 @@ void FloorGridForm::showNewRow() {
     // A new floor starts one storey above the last, with the slab of the last.
     const Floor* last = m_floors.empty() ? nullptr : &m_floors.back();
     grid()->setCellText(0, LevelColumn, last ? number(last->levelM + 3.0, 2) : number(0.0, 2));
-    grid()->setCellText(0, ThicknessColumn,
-                        last ? number(last->thicknessCm, 1) : number(15.0, 1));
+    grid()->setCellText(0, ThicknessColumn, last ? number(last->thicknessCm, 1) : number(15.0, 1));
     if (next == 0) {
         setStatus(prompt(kNumbersTaken));
     }
@@ -223,11 +223,13 @@ std::size_t FloorGridForm::writeTable(const ui::GridProgress& progress) {
         if (m_kind != Kind::New) {
             f = floors[static_cast<std::size_t>(row)];
         } else {
-            f.number = static_cast<std::int16_t>(std::lround(grid()->cellNumber(row, NumberColumn)));
+            f.number =
+                static_cast<std::int16_t>(std::lround(grid()->cellNumber(row, NumberColumn)));
         }
         const auto typed = [&](int column) {
             return m_kind == Kind::New ||
-                   grid()->cellText(row, column) != m_shown[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
+                   grid()->cellText(row, column) !=
+                       m_shown[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
         };
         if (typed(NameColumn)) {
             f.name = *name;
@@ -241,8 +243,8 @@ std::size_t FloorGridForm::writeTable(const ui::GridProgress& progress) {
         if (m_kind == Kind::New) {
             if (std::any_of(floors.begin(), floors.end(),
                             [&](const Floor& g) { return g.number == f.number; })) {
-                throw InputError(fmt::format("Floor {} exists already: choose another number.",
-                                             f.number));
+                throw InputError(
+                    fmt::format("Floor {} exists already: choose another number.", f.number));
             }
             saveFloor(shell().projectPath(), f);
             m_floors = readFloors(shell().projectPath());
