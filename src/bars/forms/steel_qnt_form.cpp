@@ -45,9 +45,9 @@ constexpr std::size_t kImportPrompt = 17;
 constexpr std::size_t kPromptCount = 17;
 
 constexpr std::array<std::string_view, SteelQnt::kListCount> kTabNames = {
-    "Structures", "Column groups", "Footing groups", "Slabs"};
+    "Structures", "Column groups", "Footing groups", "Floors (beams, slabs)"};
 constexpr std::array<std::string_view, SteelQnt::kListCount> kAllNames = {
-    "All structures", "All column groups", "All footing groups", "All slabs"};
+    "All structures", "All column groups", "All footing groups", "All floors"};
 constexpr std::array<const char*, SteelQnt::kListCount> kListObjectNames = {"StrucList", "LSTCol",
                                                                             "LSTFoot", "CielList"};
 constexpr std::array<const char*, SteelQnt::kListCount> kAllObjectNames = {

@@ -78,7 +78,7 @@ struct FieldRule {
 // Key numbers are kept within their places of the item key (slab 3, element 3, mark 4 and
 // sub-building 3 digits), so that two items typed apart never share a key unnoticed.
 constexpr std::array<FieldRule, SteelUpd::kFieldCount> kFieldRules = {{
-    {"SlabTxt", "[0-9]*", 3, 4, "Slab no.:"},
+    {"SlabTxt", "[0-9]*", 3, 4, "Floor no.:"},
     {"ElmNoTxt", "[0-9]*", 3, 4, "Element no.:"},
     {"SubBldTxt", "[0-9]*", 3, 4, "Sub-building:"},
     {"MarkTxt", "[0-9]*", 4, 5, "Mark:"},
@@ -96,7 +96,7 @@ constexpr std::array<std::string_view, SteelUpd::kBarKinds> kBarKindNames = {"Ma
 constexpr std::array<bars::ElementKind, 3> kKinds = {
     bars::ElementKind::Slab, bars::ElementKind::Footing, bars::ElementKind::Extra};
 constexpr std::array<const char*, 3> kKindObjectNames = {"Cielopt", "Footopt", "Extraopt"};
-constexpr std::array<std::string_view, 3> kKindNames = {"Slab", "Footing", "Extra items"};
+constexpr std::array<std::string_view, 3> kKindNames = {"Floor (beams, slabs)", "Footing", "Extra items"};
 
 /// Columns of the item list line: width, blanks after the value, left-aligned text.
 struct ListColumn {
