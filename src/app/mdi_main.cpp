@@ -714,6 +714,7 @@ ui::EditAsc* MdiMain::openSheet(const std::filesystem::path& sheet) {
                            ui::generalPrompt(m_shell, ui::General::SaveAsPdf),
                            ui::generalPrompt(m_shell, ui::General::Exit));
     viewer->setWindowTitle(name);
+    ui::setSheetTitleBlock(viewer, m_shell, fromUtf8(sheet.stem().string()));
     QMdiSubWindow* sub = addChildWindow(viewer);
     const QSize room = m_mdi->viewport()->size();
     sub->resize(std::min(760, room.width()), std::min(560, room.height()));

@@ -12,8 +12,10 @@
 #include <QWidget>
 #include <algorithm>
 
+#include "shell/prompts.h"
 #include "shell/shell_state.h"
 #include "ui/general_prompts.h"
+#include "ui/qt_text.h"
 #include "ui/text_viewer.h"
 
 namespace orvak::ui {
@@ -61,6 +63,20 @@ void fitToChars(QLineEdit* edit, int chars) {
     // Frame and text margins of the line edit on each side, and room for the caret.
     const int margins = 2 * (edit->style()->pixelMetric(QStyle::PM_DefaultFrameWidth) + 4) + 2;
     edit->setFixedWidth(chars * metrics.horizontalAdvance(QLatin1Char('0')) + margins);
+}
+
+void setSheetTitleBlock(EditAsc* viewer, const shell::ShellState& shell, const QString& element) {
+    if (viewer == nullptr) {
+        return;
+    }
+    const shell::PromptList prompts =
+        shell::readPrompts(shell.programFolder, shell.language(), "SHEET", 2, 2);
+    const std::string& first = shell.project.titleLines[0];
+    const QString project = first.find_first_not_of(' ') != std::string::npos
+                                ? toQString(first, shell.language())
+                                : QString::fromStdString(shell.projectName);
+    viewer->setTitleBlock(project, element, formPrompt(prompts, 1, "Page", shell.language()),
+                          formPrompt(prompts, 2, "of", shell.language()));
 }
 
 EditAsc* openReportViewer(QWidget* form, const shell::ShellState& shell, const QString& title,

@@ -35,6 +35,11 @@ QFont listingFont();
 /// Makes a line edit wide enough for `chars` characters of its font, and no wider.
 void fitToChars(QLineEdit* edit, int chars);
 
+/// Gives a viewer of a calculation sheet the title block of its printed pages: the project's
+/// title (its first title line, else its name), the element (the sheet's name) and the page
+/// words of the user's language (prompt file SHEET).
+void setSheetTitleBlock(EditAsc* viewer, const shell::ShellState& shell, const QString& element);
+
 /// Opens the plain-text viewer on a printout beside `form`: in the main window's work area
 /// when the form lives there, else as a window of its own. The viewer deletes itself when
 /// closed. Captions of its toolbar come from the general prompts.

@@ -6,6 +6,7 @@
 #include "ui/qt_text.h"
 
 #include <QAction>
+#include <QDate>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -137,12 +138,19 @@ void EditAsc::tell(const QString& message) const {
     }
 }
 
-bool EditAsc::paintPages(QPrinter& printer) const {
-    QPainter painter;
-    if (!painter.begin(&printer)) {
-        return false;
-    }
-    const QRectF page = printer.pageLayout().paintRectPixels(printer.resolution());
+void EditAsc::setTitleBlock(const QString& project, const QString& element, const QString& pageWord,
+                            const QString& ofWord) {
+    m_titleProject = project;
+    m_titleElement = element;
+    m_pageWord = pageWord;
+    m_ofWord = ofWord;
+}
+
+QList<QStringList> EditAsc::printedPages(int linesPerPage, int columns) const {
+    const bool titled = !m_titleProject.isEmpty() || !m_titleElement.isEmpty();
+    // The title block takes three lines above the text and two below it.
+    const int textLines = std::max(1, titled ? linesPerPage - 5 : linesPerPage);
+    columns = std::max(1, columns);
 
     QStringList lines;
     for (const QString& line : text().split(QLatin1Char('\n'))) {
@@ -151,13 +159,73 @@ bool EditAsc::paintPages(QPrinter& printer) const {
     while (lines.size() > 1 && lines.last().trimmed().isEmpty()) {
         lines.removeLast();
     }
-    qsizetype longest = 1;
+    // A page is begun only when a line goes on it, so a form feed at the end of the text
+    // leaves no empty page behind.
+    QList<QStringList> pages;
+    bool pageBreakPending = true;
+    const auto put = [&](const QString& chunk) {
+        if (pageBreakPending || pages.last().size() == textLines) {
+            pages.append(QStringList());
+            pageBreakPending = false;
+        }
+        pages.last() << chunk;
+    };
     for (const QString& line : lines) {
-        for (const QString& part : line.split(QLatin1Char('\f'))) {
+        const QStringList parts = line.split(QLatin1Char('\f'));
+        for (qsizetype p = 0; p < parts.size(); ++p) {
+            if (p > 0) {
+                // A form feed in a listing starts the next page.
+                pageBreakPending = pageBreakPending || !pages.isEmpty();
+            }
+            const QString& part = parts.at(p);
+            if (part.isEmpty() && parts.size() == 1) {
+                put(QString());
+            }
+            for (qsizetype start = 0; start < part.size(); start += columns) {
+                put(part.mid(start, columns));
+            }
+        }
+    }
+    if (!titled) {
+        return pages;
+    }
+    const QString date = QDate::currentDate().toString(QStringLiteral("dd-MM-yyyy"));
+    const qsizetype n = pages.size();
+    for (qsizetype k = 0; k < n; ++k) {
+        // Project on the left, element and date on the right, cut to the line's width.
+        const QString right = m_titleElement + QStringLiteral("  ") + date;
+        const qsizetype room = std::max<qsizetype>(1, columns - right.size() - 2);
+        QString head = m_titleProject.left(room);
+        head = head.leftJustified(std::max<qsizetype>(0, columns - right.size()), QLatin1Char(' '));
+        head = (head + right).left(columns);
+        QStringList page;
+        page << head << QString(columns, QLatin1Char('-')) << QString();
+        page << pages.at(k);
+        while (page.size() < linesPerPage - 2) {
+            page << QString();
+        }
+        page << QString();
+        const QString footer =
+            QStringLiteral("%1 %2 %3 %4").arg(m_pageWord).arg(k + 1).arg(m_ofWord).arg(n);
+        page << footer.rightJustified(columns, QLatin1Char(' ')).left(columns);
+        pages[k] = page;
+    }
+    return pages;
+}
+
+bool EditAsc::paintPages(QPrinter& printer) const {
+    QPainter painter;
+    if (!painter.begin(&printer)) {
+        return false;
+    }
+    const QRectF page = printer.pageLayout().paintRectPixels(printer.resolution());
+
+    qsizetype longest = 1;
+    for (const QString& line : text().split(QLatin1Char('\n'))) {
+        for (const QString& part : expandTabs(line).split(QLatin1Char('\f'))) {
             longest = std::max(longest, part.size());
         }
     }
-
     // Shrink the face (not below readable) so that the widest line of a sheet fits the page.
     QFont font = monospacedFont(kPrintPointSize);
     qreal charWidth = QFontMetricsF(font, &printer).horizontalAdvance(QLatin1Char('0'));
@@ -171,34 +239,16 @@ bool EditAsc::paintPages(QPrinter& printer) const {
     const int columns = std::max(1, static_cast<int>(page.width() / charWidth));
     const int linesPerPage = std::max(1, static_cast<int>(page.height() / metrics.lineSpacing()));
 
-    // A page is begun only when a line is drawn on it, so a form feed at the end of the text
-    // leaves no empty page behind.
-    int lineOnPage = 0;
-    bool pageBreakPending = false;
-    auto drawLine = [&](const QString& chunk) {
-        if (pageBreakPending || lineOnPage == linesPerPage) {
+    const QList<QStringList> pages = printedPages(linesPerPage, columns);
+    for (qsizetype k = 0; k < pages.size(); ++k) {
+        if (k > 0) {
             printer.newPage();
-            lineOnPage = 0;
-            pageBreakPending = false;
         }
-        painter.drawText(QPointF(0.0, metrics.ascent() + lineOnPage * metrics.lineSpacing()),
-                         chunk);
-        ++lineOnPage;
-    };
-    for (const QString& line : lines) {
-        const QStringList parts = line.split(QLatin1Char('\f'));
-        for (qsizetype p = 0; p < parts.size(); ++p) {
-            if (p > 0) {
-                // A form feed in a listing starts the next page.
-                pageBreakPending = pageBreakPending || lineOnPage > 0;
-            }
-            const QString& part = parts.at(p);
-            if (part.isEmpty() && parts.size() == 1) {
-                drawLine(QString());
-            }
-            for (qsizetype start = 0; start < part.size(); start += columns) {
-                drawLine(part.mid(start, columns));
-            }
+        const QStringList& lines = pages.at(k);
+        for (qsizetype i = 0; i < lines.size(); ++i) {
+            painter.drawText(
+                QPointF(0.0, metrics.ascent() + static_cast<qreal>(i) * metrics.lineSpacing()),
+                lines.at(i));
         }
     }
     return painter.end();

@@ -2,7 +2,9 @@
 // printed, or saved as PDF.
 #pragma once
 
+#include <QList>
 #include <QString>
+#include <QStringList>
 #include <QWidget>
 #include <functional>
 #include <string_view>
@@ -29,6 +31,16 @@ public:
     /// new page); the file appears only when complete. Returns false on failure.
     bool saveAsPdf(const QString& pdfPath) const;
 
+    /// A calculation sheet printed or saved as PDF carries on every page a title block: the
+    /// project's title, the element and the date above the text, "Page k of n" below it.
+    /// `pageWord` and `ofWord` are the user's language ("Page", "of"). Not set: plain pages.
+    void setTitleBlock(const QString& project, const QString& element,
+                       const QString& pageWord = QStringLiteral("Page"),
+                       const QString& ofWord = QStringLiteral("of"));
+    /// The printed pages for `linesPerPage` lines of `columns` characters: each page's lines,
+    /// the title block's included (three lines above the text, two below it).
+    QList<QStringList> printedPages(int linesPerPage, int columns) const;
+
     /// Captions of the toolbar in the user's language (prompts of the form).
     void setActionTexts(const QString& print, const QString& savePdf, const QString& close);
     /// Replaces the message box of failures (tests record the message instead).
@@ -45,6 +57,10 @@ private:
     bool paintPages(QPrinter& printer) const;
 
     QPlainTextEdit* m_edit;
+    QString m_titleProject;
+    QString m_titleElement;
+    QString m_pageWord;
+    QString m_ofWord;
     QAction* m_printAction;
     QAction* m_pdfAction;
     QAction* m_closeAction;

@@ -3,6 +3,7 @@
 
 #include "support/temp_dir.h"
 
+#include <QDate>
 #include <QRegularExpression>
 #include <gtest/gtest.h>
 
@@ -61,6 +62,38 @@ TEST(EditAscTest, SavesPdfWithPageBreaks) {
     ASSERT_TRUE(viewer.saveAsPdf(qpath(dir / "ff.pdf")));
     EXPECT_EQ(pageCount(test::readBytes(dir / "ff.pdf")), 2);
     EXPECT_FALSE(viewer.saveAsPdf(qpath(dir / "no-such-folder" / "out.pdf")));
+}
+
+// Every printed page of a sheet carries the project, the element, the date and "Page k of n".
+TEST(EditAscTest, PrintedSheetsCarryATitleBlockOnEveryPage) {
+    EditAsc viewer;
+    QString text;
+    for (int i = 1; i <= 25; ++i) {
+        text += QStringLiteral("line %1\n").arg(i);
+    }
+    viewer.showText("F1-B1_1.Analy2", text + "\fafter the form feed\n");
+    viewer.setTitleBlock("Demo office building", "F1-B1_1");
+
+    // 15 lines a page, of which 5 are the title block: 10 text lines, so the 25 lines fill
+    // three pages and the form feed starts a fourth.
+    const QList<QStringList> pages = viewer.printedPages(15, 60);
+    ASSERT_EQ(pages.size(), 4);
+    const QString date = QDate::currentDate().toString("dd-MM-yyyy");
+    for (qsizetype k = 0; k < pages.size(); ++k) {
+        const QStringList& page = pages.at(k);
+        ASSERT_EQ(page.size(), 15);
+        EXPECT_TRUE(page.first().startsWith("Demo office building")) << page.first().toStdString();
+        EXPECT_TRUE(page.first().endsWith("F1-B1_1  " + date)) << page.first().toStdString();
+        EXPECT_EQ(page.first().size(), 60);
+        EXPECT_EQ(page.last().trimmed(), QStringLiteral("Page %1 of 4").arg(k + 1));
+    }
+    EXPECT_EQ(pages.at(0).at(3), "line 1");
+    EXPECT_EQ(pages.at(1).at(3), "line 11");
+    EXPECT_EQ(pages.at(3).at(3), "after the form feed");
+    // A sheet without a title block prints as it stands.
+    EditAsc plain;
+    plain.showText("Help", text);
+    EXPECT_EQ(plain.printedPages(15, 60).size(), 2);
 }
 
 } // namespace

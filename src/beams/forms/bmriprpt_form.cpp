@@ -178,8 +178,11 @@ QWidget* BmRipRpt::showFile(const fs::path& file, const QString& missing) {
     if (file.extension() == ".rtf") {
         text = core::rtfPlainText(text);
     }
-    return ui::openReportViewer(this, m_shell, QString::fromStdString(file.filename().string()),
-                                ui::toQString(text, m_shell.language()), m_messageHook);
+    ui::EditAsc* viewer =
+        ui::openReportViewer(this, m_shell, QString::fromStdString(file.filename().string()),
+                             ui::toQString(text, m_shell.language()), m_messageHook);
+    ui::setSheetTitleBlock(viewer, m_shell, QString::fromStdString(file.stem().string()));
+    return viewer;
 }
 
 QWidget* BmRipRpt::showListing() {
