@@ -10,6 +10,7 @@
 #include "bars/forms/steel_upd_form.h"
 #include "beams/forms/bmriprpt_form.h"
 #include "beams/forms/bmseting_form.h"
+#include "beams/forms/ldefcalc_form.h"
 #include "floors/forms/floor_forms.h"
 #include "shell/forms/gsetting_form.h"
 #include "shell/forms/openlib_form.h"
@@ -37,6 +38,7 @@ using bars::forms::SteelQnt;
 using bars::forms::SteelUpd;
 using beams::forms::BmRipRpt;
 using beams::forms::Bmseting;
+using beams::forms::LDefCalc;
 using floors::forms::CielData;
 using floors::forms::CielThick;
 using floors::forms::NewCiel;
@@ -78,6 +80,7 @@ const std::array kMenuTable = {
 
     // The defaults every new beam copies live in the GENERAL folder, shared by every project.
     MenuItem{MainMenu::Beam, bi::kSettings, "Bmseting", kAlways, form<Bmseting>},
+    MenuItem{MainMenu::Beam, bi::kLongTimeDeflection, "LDefCalc", kProject, form<LDefCalc>},
 
     MenuItem{MainMenu::Quantities, qi::kSteelUpdate, "SteelUpd", kProject, form<SteelUpd>},
     MenuItem{MainMenu::Quantities, qi::kSteelPrint, "SteelQnt", kProject, form<SteelQnt>},
