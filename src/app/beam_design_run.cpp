@@ -39,15 +39,17 @@ BeamDesignRun::~BeamDesignRun() {
     }
 }
 
+QString BeamDesignRun::prompt(std::size_t n, std::string_view english) const {
+    return ui::formPrompt(m_prompts, n, english, m_shell.language());
+}
+
 bool BeamDesignRun::start(int floor, int scheme) {
     if (m_thread != nullptr) {
         return false;
     }
-    const shell::PromptList prompts =
+    // The run's texts, read once: its end uses them too.
+    m_prompts =
         shell::readPrompts(m_shell.programFolder, m_shell.language(), kPromptKey, 2, kPromptCount);
-    const auto prompt = [&](std::size_t n, std::string_view english) {
-        return ui::formPrompt(prompts, n, english, m_shell.language());
-    };
     const std::filesystem::path project = m_shell.projectPath();
     std::vector<beams::BeamRecord> chosen;
     bars::BarPropertyTable table;
@@ -125,11 +127,6 @@ void BeamDesignRun::ended() {
         m_progress->deleteLater();
         m_progress = nullptr;
     }
-    const shell::PromptList prompts =
-        shell::readPrompts(m_shell.programFolder, m_shell.language(), kPromptKey, 2, kPromptCount);
-    const auto prompt = [&](std::size_t n, std::string_view english) {
-        return ui::formPrompt(prompts, n, english, m_shell.language());
-    };
     const std::size_t done = m_result.elements.size();
     const std::size_t failing = m_result.failing();
     if (!m_error.isEmpty()) {

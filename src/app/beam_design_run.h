@@ -10,6 +10,7 @@
 #include <memory>
 
 #include "jobs/design_job.h"
+#include "shell/prompts.h"
 #include "shell/shell_state.h"
 #include "ui/form_support.h"
 
@@ -45,8 +46,10 @@ signals:
 
 private:
     void ended();
+    QString prompt(std::size_t n, std::string_view english) const;
 
     const shell::ShellState& m_shell;
+    shell::PromptList m_prompts;
     QWidget* m_parent;
     QProgressDialog* m_progress = nullptr;
     QThread* m_thread = nullptr;

@@ -102,15 +102,24 @@ int nextFloorNumber(const std::vector<Floor>& floors) {
     return 0;
 }
 
+void saveFloors(const fs::path& projectFolder, const std::vector<Floor>& floors) {
+    for (const Floor& floor : floors) {
+        if (!(floor.levelM >= kMinLevelM && floor.levelM <= kMaxLevelM)) {
+            throw InputError(fmt::format("Floor {}: the level must be from {:g} to {:g} m.",
+                                         floor.number, kMinLevelM, kMaxLevelM));
+        }
+        if (!(floor.thicknessCm >= 0.0f && floor.thicknessCm <= kMaxSlabThicknessCm)) {
+            throw InputError(fmt::format("Floor {}: the slab thickness must be from 0 to {:g} cm.",
+                                         floor.number, kMaxSlabThicknessCm));
+        }
+    }
+    if (const std::string problem = validateFloors(floors); !problem.empty()) {
+        throw InputError(problem);
+    }
+    writeFloors(projectFolder, floors);
+}
+
 void saveFloor(const fs::path& projectFolder, const Floor& floor) {
-    if (!(floor.levelM >= kMinLevelM && floor.levelM <= kMaxLevelM)) {
-        throw InputError(fmt::format("The level must be from {:g} to {:g} m.", kMinLevelM,
-                                     kMaxLevelM));
-    }
-    if (!(floor.thicknessCm >= 0.0f && floor.thicknessCm <= kMaxSlabThicknessCm)) {
-        throw InputError(fmt::format("The slab thickness must be from 0 to {:g} cm.",
-                                     kMaxSlabThicknessCm));
-    }
     std::vector<Floor> floors = readFloors(projectFolder);
     auto same = std::find_if(floors.begin(), floors.end(),
                              [&](const Floor& f) { return f.number == floor.number; });
@@ -119,10 +128,7 @@ void saveFloor(const fs::path& projectFolder, const Floor& floor) {
     } else {
         floors.push_back(floor);
     }
-    if (const std::string problem = validateFloors(floors); !problem.empty()) {
-        throw InputError(problem);
-    }
-    writeFloors(projectFolder, floors);
+    saveFloors(projectFolder, floors);
 }
 
 void removeFloor(const fs::path& projectFolder, int number) {
@@ -140,7 +146,8 @@ void removeFloor(const fs::path& projectFolder, int number) {
         fs::remove(*beams, ec);
         if (ec) {
             throw FileError(*beams, "The beam file of the floor cannot be deleted, so the floor "
-                                    "was kept: " + ec.message());
+                                    "was kept: " +
+                                        ec.message());
         }
         core::syncFolder(projectFolder);
     }

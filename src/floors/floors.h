@@ -60,11 +60,14 @@ inline constexpr float kMaxSlabThicknessCm = 300.0f;
 /// 999 is taken; 0 when every number is taken.
 int nextFloorNumber(const std::vector<Floor>& floors);
 
+/// Replaces CIELS.DAT with `floors` as a form edited them. Throws InputError with one sentence
+/// when a floor cannot be stored (a number out of 1..999 or used twice, a name longer than 20
+/// characters, a level or thickness outside the bounds above), FileError when the file
+/// cannot be written; nothing is written then.
+void saveFloors(const std::filesystem::path& projectFolder, const std::vector<Floor>& floors);
+
 /// Adds `floor` to CIELS.DAT, or replaces the floor of its number, keeping the order of the
-/// others (a new floor goes last). Throws InputError with one sentence when the floor cannot
-/// be stored (a number out of 1..999, a name longer than 20 characters, a level or thickness
-/// outside the bounds above), FileError when the file cannot be read or written; nothing is
-/// written then.
+/// others (a new floor goes last), through saveFloors.
 void saveFloor(const std::filesystem::path& projectFolder, const Floor& floor);
 
 /// Deletes the beam file of floor `number`, then removes the floor from CIELS.DAT; its steel

@@ -1,8 +1,6 @@
 // Beams in the design job runner: the choice of beams and the design of each into its outputs.
 #include "jobs/beam_design_job.h"
 
-#include <ctime>
-
 #include <fmt/format.h>
 
 #include "beams/beam_job.h"
@@ -46,12 +44,7 @@ beams::ReportHead reportHead(const std::filesystem::path& project, core::CodePag
             }
         }
     }
-    const std::time_t now = std::time(nullptr);
-    std::tm local{};
-    localtime_r(&now, &local);
-    char date[16];
-    std::strftime(date, sizeof date, "%d-%m-%Y", &local);
-    head.date = date;
+    head.date = localTimeText("%d-%m-%Y");
     return head;
 }
 

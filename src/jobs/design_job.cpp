@@ -24,17 +24,16 @@ void failElement(ElementReport& report, core::OutputBatch& batch, std::size_t ma
     report.steelItems = 0;
 }
 
-// The local time of the run's start, "yyyy-mm-dd hh:mm".
-std::string localTimeStamp() {
+} // namespace
+
+std::string localTimeText(const char* format) {
     const std::time_t now = std::time(nullptr);
     std::tm local{};
     localtime_r(&now, &local);
-    char text[32];
-    std::strftime(text, sizeof text, "%Y-%m-%d %H:%M", &local);
-    return text;
+    char text[64];
+    const std::size_t n = std::strftime(text, sizeof text, format, &local);
+    return std::string(text, n);
 }
-
-} // namespace
 
 std::size_t JobResult::failing() const {
     std::size_t n = 0;
@@ -89,7 +88,7 @@ JobResult runDesignJob(const std::filesystem::path& projectFolder,
         store->deferDurability();
     }
     store->beginGroup();
-    const std::string runTime = localTimeStamp();
+    const std::string runTime = localTimeText("%Y-%m-%d %H:%M");
     for (std::size_t i = 0; i < n; ++i) {
         if (observer.cancelRequested && observer.cancelRequested()) {
             result.cancelled = true;
@@ -139,10 +138,10 @@ JobResult runDesignJob(const std::filesystem::path& projectFolder,
         state.kind = report.kind;
         state.floor = static_cast<std::int16_t>(report.floor);
         state.number = static_cast<std::int16_t>(report.number);
-        state.status = report.status == ElementStatus::Designed ? bars::DesignState::Status::Designed
-                       : report.status == ElementStatus::ChecksFailed
-                           ? bars::DesignState::Status::ChecksFailed
-                           : bars::DesignState::Status::NotDesigned;
+        state.status =
+            report.status == ElementStatus::Designed       ? bars::DesignState::Status::Designed
+            : report.status == ElementStatus::ChecksFailed ? bars::DesignState::Status::ChecksFailed
+                                                           : bars::DesignState::Status::NotDesigned;
         state.when = runTime;
         for (const std::string& failure : report.failures) {
             state.failures += (state.failures.empty() ? "" : "\n") + failure;

@@ -70,6 +70,10 @@ struct JobResult {
     std::size_t failing() const;
 };
 
+/// The local time now through a strftime format ("%Y-%m-%d %H:%M" for a run's time, "%d-%m-%Y"
+/// for the date of a report).
+std::string localTimeText(const char* format);
+
 /// Designs the elements in order. The run is one transaction of the project's steel store,
 /// each element a savepoint of it: an element whose files cannot be staged, or that throws
 /// InputError or FileError, is reported NotDesigned with that sentence, keeps its earlier

@@ -12,10 +12,10 @@
 #include <QVBoxLayout>
 
 #include "beams/beam_job.h"
+#include "beams/forms/beam_choice.h"
 #include "core/error.h"
 #include "core/file_util.h"
 #include "core/rtf_text.h"
-#include "floors/floors.h"
 #include "ui/general_prompts.h"
 #include "ui/qt_text.h"
 #include "ui/text_viewer.h"
@@ -52,13 +52,11 @@ constexpr std::array<std::string_view, 4> kListingNames = {"Shear", "Analysis", 
 } // namespace
 
 BmRipRpt::BmRipRpt(shell::ShellState& shell, QWidget* parent)
-    : QWidget(parent), m_shell(shell), m_floors(new QComboBox(this)), m_beams(new QComboBox(this)),
+    : QWidget(parent), m_shell(shell), m_choice(new BeamChoice(shell, this, &m_messageHook)),
       m_listing(new QComboBox(this)), m_analy(new QPushButton(this)),
       m_report(new QPushButton(this)), m_notes(new QPushButton(this)),
       m_exit(new QPushButton(this)) {
     setObjectName(QStringLiteral("BmRipRpt"));
-    m_floors->setObjectName(QStringLiteral("CielCombo"));
-    m_beams->setObjectName(QStringLiteral("BeamCombo"));
     m_listing->setObjectName(QStringLiteral("AnalyCombo"));
     m_analy->setObjectName(QStringLiteral("CmdAnaly"));
     m_report->setObjectName(QStringLiteral("CmdViewRtfFile"));
@@ -73,8 +71,8 @@ BmRipRpt::BmRipRpt(shell::ShellState& shell, QWidget* parent)
     for (QLabel*& label : m_labels) {
         label = new QLabel(this);
     }
-    fields->addRow(m_labels[0], m_floors);
-    fields->addRow(m_labels[1], m_beams);
+    fields->addRow(m_labels[0], m_choice->floors());
+    fields->addRow(m_labels[1], m_choice->beams());
     fields->addRow(m_labels[2], m_listing);
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(m_analy);
@@ -87,14 +85,21 @@ BmRipRpt::BmRipRpt(shell::ShellState& shell, QWidget* parent)
     layout->addStretch(1);
     layout->addLayout(buttons);
 
-    connect(m_floors, &QComboBox::currentIndexChanged, this, [this] { loadBeams(); });
     connect(m_analy, &QPushButton::clicked, this, [this] { showListing(); });
     connect(m_report, &QPushButton::clicked, this, [this] { showReport(); });
     connect(m_notes, &QPushButton::clicked, this, [this] { editNotes(); });
     connect(m_exit, &QPushButton::clicked, this, [this] { ui::closeForm(this); });
 
     readPrompts();
-    loadFloors();
+    m_choice->load();
+}
+
+QComboBox* BmRipRpt::floorCombo() const {
+    return m_choice->floors();
+}
+
+QComboBox* BmRipRpt::beamCombo() const {
+    return m_choice->beams();
 }
 
 QString BmRipRpt::prompt(std::size_t n, std::string_view english) const {
@@ -117,51 +122,12 @@ void BmRipRpt::readPrompts() {
     m_exit->setText(prompt(kExitButton, "Exit"));
 }
 
-void BmRipRpt::loadFloors() {
-    m_floors->blockSignals(true);
-    m_floors->clear();
-    try {
-        for (const floors::Floor& f : floors::readFloors(m_shell.projectPath())) {
-            QString text = QString::number(f.number);
-            if (!f.name.empty()) {
-                text += QStringLiteral(" - ") + ui::toQString(f.name, m_shell.language());
-            }
-            m_floors->addItem(text, static_cast<int>(f.number));
-            if (f.number == m_shell.currentFloor) {
-                m_floors->setCurrentIndex(m_floors->count() - 1);
-            }
-        }
-    } catch (const FileError& e) {
-        ui::tellUser(this, m_messageHook, QString::fromUtf8(e.what()));
-    }
-    m_floors->blockSignals(false);
-    loadBeams();
-}
-
-void BmRipRpt::loadBeams() {
-    m_beams->clear();
-    m_beamRecords.clear();
-    if (m_floors->currentIndex() < 0) {
-        return;
-    }
-    try {
-        m_beamRecords = readBeamFile(m_shell.projectPath(), m_floors->currentData().toInt());
-    } catch (const FileError& e) {
-        ui::tellUser(this, m_messageHook, QString::fromUtf8(e.what()));
-    }
-    for (const BeamRecord& b : m_beamRecords) {
-        m_beams->addItem(
-            QStringLiteral("%1  %2").arg(b.number).arg(ui::toQString(b.name, m_shell.language())));
-    }
-}
-
 fs::path BmRipRpt::beamFile(std::string_view extension) const {
-    const int at = m_beams->currentIndex();
-    if (at < 0 || static_cast<std::size_t>(at) >= m_beamRecords.size()) {
+    const BeamRecord* beam = m_choice->beam();
+    if (beam == nullptr) {
         return {};
     }
-    return m_shell.projectPath() /
-           (listingBaseName(m_beamRecords[static_cast<std::size_t>(at)]) + std::string(extension));
+    return m_shell.projectPath() / (listingBaseName(*beam) + std::string(extension));
 }
 
 QWidget* BmRipRpt::showFile(const fs::path& file, const QString& missing) {

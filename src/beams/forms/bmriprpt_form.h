@@ -21,13 +21,15 @@ class QPushButton;
 
 namespace orvak::beams::forms {
 
+class BeamChoice;
+
 class BmRipRpt : public QWidget {
     Q_OBJECT
 public:
     explicit BmRipRpt(shell::ShellState& shell, QWidget* parent = nullptr);
 
-    QComboBox* floorCombo() const { return m_floors; }
-    QComboBox* beamCombo() const { return m_beams; }
+    QComboBox* floorCombo() const;
+    QComboBox* beamCombo() const;
     QComboBox* listingCombo() const { return m_listing; }
 
     /// The file of the chosen beam with `extension` (".Analy2", ".rtf"); empty when no beam is
@@ -52,21 +54,17 @@ public slots:
 
 private:
     QString prompt(std::size_t n, std::string_view english) const;
-    void loadFloors();
-    void loadBeams();
     QWidget* showFile(const std::filesystem::path& file, const QString& missing);
 
     shell::ShellState& m_shell;
     shell::PromptList m_prompts;
     std::array<QLabel*, 3> m_labels{};
-    QComboBox* m_floors;
-    QComboBox* m_beams;
+    BeamChoice* m_choice;
     QComboBox* m_listing;
     QPushButton* m_analy;
     QPushButton* m_report;
     QPushButton* m_notes;
     QPushButton* m_exit;
-    std::vector<BeamRecord> m_beamRecords;
     QPlainTextEdit* m_notesEditor = nullptr;
     ui::MessageHook m_messageHook;
 };

@@ -17,10 +17,10 @@
 #include "beams/beam_analysis.h"
 #include "beams/beam_design.h"
 #include "beams/beam_job.h"
+#include "beams/forms/beam_choice.h"
 #include "beams/load_cases.h"
 #include "beams/long_term_deflection.h"
 #include "core/error.h"
-#include "floors/floors.h"
 #include "jobs/beam_design_job.h"
 #include "ui/general_prompts.h"
 #include "ui/qt_text.h"
@@ -53,14 +53,12 @@ constexpr double kMostMonths = 1200.0;
 } // namespace
 
 LDefCalc::LDefCalc(shell::ShellState& shell, QWidget* parent)
-    : QWidget(parent), m_shell(shell), m_floors(new QComboBox(this)), m_beams(new QComboBox(this)),
+    : QWidget(parent), m_shell(shell), m_choice(new BeamChoice(shell, this, &m_messageHook)),
       m_sustained(new QLineEdit(this)), m_months(new QLineEdit(this)),
       m_divisor(new QLineEdit(this)), m_allowed(new QLabel(this)),
       m_results(new QTableWidget(this)), m_calculate(new QPushButton(this)),
       m_exit(new QPushButton(this)) {
     setObjectName(QStringLiteral("LDefCalc"));
-    m_floors->setObjectName(QStringLiteral("CielCombo"));
-    m_beams->setObjectName(QStringLiteral("BeamCombo"));
     m_sustained->setObjectName(QStringLiteral("SustTxt"));
     m_months->setObjectName(QStringLiteral("MonthsTxt"));
     m_divisor->setObjectName(QStringLiteral("DeflTxt"));
@@ -87,8 +85,8 @@ LDefCalc::LDefCalc(shell::ShellState& shell, QWidget* parent)
     for (QLabel*& label : m_labels) {
         label = new QLabel(this);
     }
-    fields->addRow(m_labels[0], m_floors);
-    fields->addRow(m_labels[1], m_beams);
+    fields->addRow(m_labels[0], m_choice->floors());
+    fields->addRow(m_labels[1], m_choice->beams());
     fields->addRow(m_labels[2], m_sustained);
     fields->addRow(m_labels[3], m_months);
     fields->addRow(m_labels[4], m_divisor);
@@ -101,13 +99,20 @@ LDefCalc::LDefCalc(shell::ShellState& shell, QWidget* parent)
     layout->addLayout(buttons);
     layout->addWidget(m_results, 1);
 
-    connect(m_floors, &QComboBox::currentIndexChanged, this, [this] { loadBeams(); });
-    connect(m_beams, &QComboBox::currentIndexChanged, this, [this] { showBeam(); });
+    connect(m_choice, &BeamChoice::beamChanged, this, [this] { showBeam(); });
     connect(m_calculate, &QPushButton::clicked, this, [this] { calculate(); });
     connect(m_exit, &QPushButton::clicked, this, [this] { ui::closeForm(this); });
 
     readPrompts();
-    loadFloors();
+    m_choice->load();
+}
+
+QComboBox* LDefCalc::floorCombo() const {
+    return m_choice->floors();
+}
+
+QComboBox* LDefCalc::beamCombo() const {
+    return m_choice->beams();
 }
 
 QString LDefCalc::prompt(std::size_t n, std::string_view english) const {
@@ -130,54 +135,14 @@ void LDefCalc::readPrompts() {
     m_exit->setText(prompt(kExit, "Exit"));
 }
 
-void LDefCalc::loadFloors() {
-    m_floors->blockSignals(true);
-    m_floors->clear();
-    try {
-        for (const floors::Floor& f : floors::readFloors(m_shell.projectPath())) {
-            QString text = QString::number(f.number);
-            if (!f.name.empty()) {
-                text += QStringLiteral(" - ") + ui::toQString(f.name, m_shell.language());
-            }
-            m_floors->addItem(text, static_cast<int>(f.number));
-            if (f.number == m_shell.currentFloor) {
-                m_floors->setCurrentIndex(m_floors->count() - 1);
-            }
-        }
-    } catch (const FileError& e) {
-        ui::tellUser(this, m_messageHook, QString::fromUtf8(e.what()));
-    }
-    m_floors->blockSignals(false);
-    loadBeams();
-}
-
-void LDefCalc::loadBeams() {
-    m_beams->blockSignals(true);
-    m_beams->clear();
-    m_beamRecords.clear();
-    if (m_floors->currentIndex() >= 0) {
-        try {
-            m_beamRecords = readBeamFile(m_shell.projectPath(), m_floors->currentData().toInt());
-        } catch (const FileError& e) {
-            ui::tellUser(this, m_messageHook, QString::fromUtf8(e.what()));
-        }
-    }
-    for (const BeamRecord& b : m_beamRecords) {
-        m_beams->addItem(
-            QStringLiteral("%1  %2").arg(b.number).arg(ui::toQString(b.name, m_shell.language())));
-    }
-    m_beams->blockSignals(false);
-    showBeam();
-}
-
 void LDefCalc::showBeam() {
     m_results->setRowCount(0);
     m_allowed->clear();
-    const int at = m_beams->currentIndex();
-    if (at < 0 || static_cast<std::size_t>(at) >= m_beamRecords.size()) {
+    const BeamRecord* chosen = m_choice->beam();
+    if (chosen == nullptr) {
         return;
     }
-    const BeamRecord& b = m_beamRecords[static_cast<std::size_t>(at)];
+    const BeamRecord& b = *chosen;
     m_sustained->setText(QString::number(static_cast<double>(b.sustainedLivePercent)));
     m_months->setText(QString::number(static_cast<double>(b.liveLoadMonths)));
     const double divisor =
@@ -190,15 +155,14 @@ QString LDefCalc::allowedText() const {
 }
 
 bool LDefCalc::calculate() {
-    const int at = m_beams->currentIndex();
-    if (at < 0 || static_cast<std::size_t>(at) >= m_beamRecords.size()) {
+    if (m_choice->beam() == nullptr) {
         ui::tellUser(this, m_messageHook, prompt(kNoBeam, "Choose a floor and a beam first."));
         return false;
     }
     const double sustained = m_sustained->text().toDouble();
     const double months = m_months->text().toDouble();
     const double divisor = m_divisor->text().toDouble();
-    BeamRecord record = m_beamRecords[static_cast<std::size_t>(at)];
+    BeamRecord record = *m_choice->beam();
     record.sustainedLivePercent = static_cast<float>(sustained);
     record.liveLoadMonths = static_cast<float>(months);
     record.settings.DeflTxt = static_cast<float>(divisor);
@@ -215,7 +179,7 @@ bool LDefCalc::calculate() {
     }
 
     const std::filesystem::path project = m_shell.projectPath();
-    const int floor = m_floors->currentData().toInt();
+    const int floor = m_choice->floor();
     try {
         // The values are the beam's own: stored first, as any edit of the beam.
         std::vector<BeamRecord> all = readBeamFile(project, floor);
@@ -225,7 +189,7 @@ bool LDefCalc::calculate() {
             }
         }
         writeBeamFile(project, floor, all);
-        m_beamRecords[static_cast<std::size_t>(at)] = record;
+        m_choice->replaceBeam(record);
 
         const int scheme = record.caseScheme >= 1 && record.caseScheme <= 3 ? record.caseScheme
                                                                             : kDefaultCaseScheme;

@@ -22,6 +22,8 @@ class QTableWidget;
 
 namespace orvak::beams::forms {
 
+class BeamChoice;
+
 class LDefCalc : public QWidget {
     Q_OBJECT
 public:
@@ -30,8 +32,8 @@ public:
 
     explicit LDefCalc(shell::ShellState& shell, QWidget* parent = nullptr);
 
-    QComboBox* floorCombo() const { return m_floors; }
-    QComboBox* beamCombo() const { return m_beams; }
+    QComboBox* floorCombo() const;
+    QComboBox* beamCombo() const;
     QLineEdit* sustainedField() const { return m_sustained; }
     QLineEdit* monthsField() const { return m_months; }
     QLineEdit* divisorField() const { return m_divisor; }
@@ -54,15 +56,12 @@ signals:
 
 private:
     QString prompt(std::size_t n, std::string_view english) const;
-    void loadFloors();
-    void loadBeams();
     void showBeam();
 
     shell::ShellState& m_shell;
     shell::PromptList m_prompts;
     std::array<QLabel*, 5> m_labels{};
-    QComboBox* m_floors;
-    QComboBox* m_beams;
+    BeamChoice* m_choice;
     QLineEdit* m_sustained;
     QLineEdit* m_months;
     QLineEdit* m_divisor;
@@ -70,7 +69,6 @@ private:
     QTableWidget* m_results;
     QPushButton* m_calculate;
     QPushButton* m_exit;
-    std::vector<BeamRecord> m_beamRecords;
     ui::MessageHook m_messageHook;
 };
 

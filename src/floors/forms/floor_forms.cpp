@@ -124,16 +124,21 @@ QString number(double value, int decimals) {
 
 } // namespace
 
+QString floorCaption(const Floor& floor, std::string_view language) {
+    QString caption = QString::number(floor.number);
+    if (!floor.name.empty()) {
+        caption += QStringLiteral(" - ") + ui::toQString(floor.name, language);
+    }
+    return caption;
+}
+
 QString currentFloorText(const shell::ShellState& shell) {
     const shell::PromptList prompts = floorPrompts(shell);
     QString floor = text(prompts, kNoFloor, shell);
     if (shell.hasProject() && shell.currentFloor != 0) {
         for (const Floor& f : floorsOrNone(shell)) {
             if (f.number == shell.currentFloor) {
-                floor = QString::number(f.number);
-                if (!f.name.empty()) {
-                    floor += QStringLiteral(" - ") + ui::toQString(f.name, shell.language());
-                }
+                floor = floorCaption(f, shell.language());
             }
         }
     }
@@ -256,18 +261,7 @@ std::size_t FloorGridForm::writeTable(const ui::GridProgress& progress) {
         floors[static_cast<std::size_t>(row)] = f;
         progress(row + 1, rows);
     }
-    for (const Floor& f : floors) {
-        if (!(f.levelM >= kMinLevelM && f.levelM <= kMaxLevelM) ||
-            !(f.thicknessCm >= 0.0f && f.thicknessCm <= kMaxSlabThicknessCm)) {
-            throw InputError(fmt::format("Floor {}: the level or the slab thickness is out of "
-                                         "range.",
-                                         f.number));
-        }
-    }
-    if (const std::string problem = validateFloors(floors); !problem.empty()) {
-        throw InputError(problem);
-    }
-    writeFloors(shell().projectPath(), floors);
+    saveFloors(shell().projectPath(), floors);
     m_floors = floors;
     for (int row = 0; row < rows; ++row) {
         for (int column = 0; column < kColumnCount; ++column) {

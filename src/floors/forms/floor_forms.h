@@ -23,6 +23,9 @@ namespace orvak::floors::forms {
 /// The prompt file of the floor forms ("CIELE.TXT", "CIELH.TXT").
 inline constexpr std::string_view kFloorPromptKey = "CIEL";
 
+/// A floor as the forms list it: "2 - First floor", or "2" when it has no name.
+QString floorCaption(const Floor& floor, std::string_view language);
+
 /// "Floor: 2 - First floor", or "Floor: (none)", in the user's language, for the status bar.
 QString currentFloorText(const shell::ShellState& shell);
 
