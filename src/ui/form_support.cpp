@@ -79,6 +79,23 @@ void setSheetTitleBlock(EditAsc* viewer, const shell::ShellState& shell, const Q
                           formPrompt(prompts, 2, "of", shell.language()));
 }
 
+void showBeside(QWidget* form, QWidget* other, QSize size) {
+    other->setAttribute(Qt::WA_DeleteOnClose);
+    auto* sub = qobject_cast<QMdiSubWindow*>(form->parentWidget());
+    QMdiArea* area = sub ? sub->mdiArea() : nullptr;
+    if (area) {
+        QMdiSubWindow* window = area->addSubWindow(other);
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        const QSize room = area->viewport()->size();
+        window->resize(std::min(size.width(), room.width()), std::min(size.height(), room.height()));
+        window->show();
+        area->setActiveSubWindow(window);
+    } else {
+        other->resize(size);
+        other->show();
+    }
+}
+
 EditAsc* openReportViewer(QWidget* form, const shell::ShellState& shell, const QString& title,
                           const QString& text, const MessageHook& hook) {
     auto* viewer = new EditAsc;
@@ -90,21 +107,7 @@ EditAsc* openReportViewer(QWidget* form, const shell::ShellState& shell, const Q
         viewer->setMessageHook(hook);
     }
     viewer->showText(title, text);
-
-    auto* sub = qobject_cast<QMdiSubWindow*>(form->parentWidget());
-    QMdiArea* area = sub ? sub->mdiArea() : nullptr;
-    if (area) {
-        QMdiSubWindow* viewerWindow = area->addSubWindow(viewer);
-        viewerWindow->setAttribute(Qt::WA_DeleteOnClose);
-        const QSize room = area->viewport()->size();
-        viewerWindow->resize(std::min(kViewerSize.width(), room.width()),
-                             std::min(kViewerSize.height(), room.height()));
-        viewerWindow->show();
-        area->setActiveSubWindow(viewerWindow);
-    } else {
-        viewer->resize(kViewerSize);
-        viewer->show();
-    }
+    showBeside(form, viewer, kViewerSize);
     return viewer;
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QMessageBox>
+#include <QSize>
 #include <QString>
 #include <functional>
 
@@ -39,6 +40,10 @@ void fitToChars(QLineEdit* edit, int chars);
 /// title (its first title line, else its name), the element (the sheet's name) and the page
 /// words of the user's language (prompt file SHEET).
 void setSheetTitleBlock(EditAsc* viewer, const shell::ShellState& shell, const QString& element);
+
+/// Shows `other` (a form or viewer, deleted when closed) beside `form`: in the main window's
+/// work area when the form lives there, else as a window of its own, at most `size`.
+void showBeside(QWidget* form, QWidget* other, QSize size);
 
 /// Opens the plain-text viewer on a printout beside `form`: in the main window's work area
 /// when the form lives there, else as a window of its own. The viewer deletes itself when
