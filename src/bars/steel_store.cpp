@@ -617,6 +617,24 @@ void IronDatabase::recordDesignState(const DesignState& state) {
     });
 }
 
+void IronDatabase::removeDesignState(std::string_view kind, std::int16_t floor,
+                                     std::int16_t number) {
+    guarded(m_path, [&] {
+        SQLite::Statement has(*m_db, "SELECT count(*) FROM sqlite_master WHERE type = 'table' "
+                                     "AND name = ?");
+        has.bind(1, std::string(kDesignStateTable));
+        if (!has.executeStep() || has.getColumn(0).getInt() == 0) {
+            return;
+        }
+        SQLite::Statement drop(*m_db, "DELETE FROM " + std::string(kDesignStateTable) +
+                                          " WHERE KIND = ? AND FLOOR = ? AND NUMBER = ?");
+        drop.bind(1, std::string(kind));
+        drop.bind(2, floor);
+        drop.bind(3, number);
+        drop.exec();
+    });
+}
+
 std::vector<DesignState> IronDatabase::designStates() const {
     return guarded(m_path, [&] {
         std::vector<DesignState> states;

@@ -189,6 +189,8 @@ public:
     /// Records what a design made of an element (replacing its earlier state), in the open
     /// group when there is one, so that the state lands with the element's items.
     void recordDesignState(const DesignState& state);
+    /// Forgets the state of one element (it was deleted); nothing when there is none.
+    void removeDesignState(std::string_view kind, std::int16_t floor, std::int16_t number);
     /// The recorded states, by kind, floor and number; none in a store no run has written.
     std::vector<DesignState> designStates() const;
 

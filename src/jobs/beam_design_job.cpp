@@ -3,6 +3,8 @@
 
 #include <fmt/format.h>
 
+#include <optional>
+
 #include "beams/beam_job.h"
 #include "beams/beam_report.h"
 #include "beams/case_files.h"
@@ -140,6 +142,53 @@ ElementReport designStoredBeam(const std::filesystem::path& project,
         chooseBeams(project, {floor, beamNumber}, core::CodePage::Windows1252);
     const bars::BarPropertyTable table = beams::designBarTable(generalFolder);
     return designBeams(project, one, table.rows, scheme).elements.front();
+}
+
+} // namespace orvak::jobs
+
+namespace orvak::jobs {
+
+namespace {
+
+/// The project's steel store when it has one; the edits of a project never make one.
+std::optional<bars::IronDatabase> existingStore(const std::filesystem::path& projectFolder) {
+    if (!std::filesystem::exists(bars::ironDatabasePath(projectFolder))) {
+        return std::nullopt;
+    }
+    return bars::OpenIronDatabase(projectFolder);
+}
+
+} // namespace
+
+void markBeamChanged(const std::filesystem::path& projectFolder, int floor, int beamNumber) {
+    std::optional<bars::IronDatabase> store = existingStore(projectFolder);
+    if (!store) {
+        return;
+    }
+    for (const bars::DesignState& state : store->designStates()) {
+        if (state.kind == kBeamKind && state.floor == floor && state.number == beamNumber) {
+            if (state.status != bars::DesignState::Status::NotDesigned ||
+                state.failures != kChangedAfterDesign) {
+                bars::DesignState changed = state;
+                changed.status = bars::DesignState::Status::NotDesigned;
+                changed.when = localTimeText("%Y-%m-%d %H:%M");
+                changed.failures = std::string(kChangedAfterDesign);
+                store->recordDesignState(changed);
+            }
+            return;
+        }
+    }
+}
+
+void forgetBeam(const std::filesystem::path& projectFolder, int floor, int beamNumber) {
+    std::optional<bars::IronDatabase> store = existingStore(projectFolder);
+    if (!store) {
+        return;
+    }
+    store->replaceElementItems(bars::ElementKind::Slab, static_cast<std::int16_t>(floor),
+                               static_cast<std::int16_t>(beamNumber), {});
+    store->removeDesignState(kBeamKind, static_cast<std::int16_t>(floor),
+                             static_cast<std::int16_t>(beamNumber));
 }
 
 } // namespace orvak::jobs

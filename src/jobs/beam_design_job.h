@@ -43,4 +43,14 @@ ElementReport designStoredBeam(const std::filesystem::path& projectFolder,
                                const std::filesystem::path& generalFolder, int floor,
                                int beamNumber, int scheme);
 
+/// What a beam's last design says once the beam was edited: it no longer stands. A beam
+/// with a recorded state gets "not designed" with this reason and the time; its steel items
+/// stay as designed until the next design. A project without a steel store has no state.
+inline constexpr std::string_view kChangedAfterDesign =
+    "The beam was changed after its last design; design it again.";
+void markBeamChanged(const std::filesystem::path& projectFolder, int floor, int beamNumber);
+
+/// A deleted beam leaves nothing behind: its steel items and its design state go.
+void forgetBeam(const std::filesystem::path& projectFolder, int floor, int beamNumber);
+
 } // namespace orvak::jobs

@@ -16,6 +16,7 @@
 #include "bars/bar_tables.h"
 #include "beams/beam_analysis.h"
 #include "beams/beam_design.h"
+#include "beams/beam_edit.h"
 #include "beams/beam_job.h"
 #include "beams/forms/beam_choice.h"
 #include "beams/load_cases.h"
@@ -181,14 +182,8 @@ bool LDefCalc::calculate() {
     const std::filesystem::path project = m_shell.projectPath();
     const int floor = m_choice->floor();
     try {
-        // The values are the beam's own: stored first, as any edit of the beam.
-        std::vector<BeamRecord> all = readBeamFile(project, floor);
-        for (BeamRecord& b : all) {
-            if (b.number == record.number) {
-                b = record;
-            }
-        }
-        writeBeamFile(project, floor, all);
+        // The values are the beam's own: stored first, in place, as any edit of the beam.
+        record = storeBeam(project, floor, record);
         m_choice->replaceBeam(record);
 
         const int scheme = record.caseScheme >= 1 && record.caseScheme <= 3 ? record.caseScheme
