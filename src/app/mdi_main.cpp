@@ -32,6 +32,7 @@
 
 #include "app/beam_design_run.h"
 #include "app/project_explorer.h"
+#include "beams/forms/bmdesign_form.h"
 #include "beams/load_cases.h"
 #include "core/error.h"
 #include "floors/forms/floor_forms.h"
@@ -223,6 +224,11 @@ MdiMain::MdiMain(shell::ShellState& shell, std::span<const MenuItem> items, QWid
     addDockWidget(Qt::LeftDockWidgetArea, m_explorer);
     connect(m_explorer, &ProjectExplorer::sheetChosen, this,
             [this](const std::filesystem::path& sheet) { openSheet(sheet); });
+    connect(m_explorer, &ProjectExplorer::beamChosen, this, [this](int floor, int number) {
+        if (auto* form = qobject_cast<beams::forms::BmDesign*>(openForm(QStringLiteral("BmDesign")))) {
+            form->chooseBeam(floor, number);
+        }
+    });
     connect(m_explorer, &ProjectExplorer::designFloorRequested, this,
             [this](int floor) { designFloor(floor); });
     connect(m_designRun, &BeamDesignRun::finished, m_explorer, &ProjectExplorer::refresh);

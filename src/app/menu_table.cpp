@@ -8,6 +8,7 @@
 #include "bars/forms/bar_table_form.h"
 #include "bars/forms/steel_qnt_form.h"
 #include "bars/forms/steel_upd_form.h"
+#include "beams/forms/bmdesign_form.h"
 #include "beams/forms/bmriprpt_form.h"
 #include "beams/forms/bmseting_form.h"
 #include "beams/forms/ldefcalc_form.h"
@@ -36,6 +37,7 @@ using bars::forms::Roundbar;
 using bars::forms::spacing;
 using bars::forms::SteelQnt;
 using bars::forms::SteelUpd;
+using beams::forms::BmDesign;
 using beams::forms::BmRipRpt;
 using beams::forms::Bmseting;
 using beams::forms::LDefCalc;
@@ -80,6 +82,7 @@ const std::array kMenuTable = {
 
     // The defaults every new beam copies live in the GENERAL folder, shared by every project.
     MenuItem{MainMenu::Beam, bi::kSettings, "Bmseting", kAlways, form<Bmseting>},
+    MenuItem{MainMenu::Beam, bi::kAnalysisAndDesign, "BmDesign", kProject, form<BmDesign>},
     MenuItem{MainMenu::Beam, bi::kLongTimeDeflection, "LDefCalc", kProject, form<LDefCalc>},
 
     MenuItem{MainMenu::Quantities, qi::kSteelUpdate, "SteelUpd", kProject, form<SteelUpd>},

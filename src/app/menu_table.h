@@ -41,6 +41,7 @@ inline constexpr int kExit = 10;
 /// Item indexes of the Beam\Rip menu.
 namespace beam_item {
 inline constexpr int kSettings = 0;
+inline constexpr int kAnalysisAndDesign = 4;
 inline constexpr int kLongTimeDeflection = 5;
 } // namespace beam_item
 

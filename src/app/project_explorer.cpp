@@ -41,9 +41,14 @@ constexpr std::size_t kSheets = 9;
 constexpr std::size_t kFloor = 10;
 constexpr std::size_t kNoProject = 11;
 constexpr std::size_t kDesignFloor = 12;
-constexpr std::size_t kPromptCount = 12;
+constexpr std::size_t kOpenBeam = 18;
+constexpr std::size_t kOpenListing = 19;
+constexpr std::size_t kPromptCount = 19;
 // The floor number of a floor's item.
 constexpr int kFloorRole = Qt::UserRole + 2;
+// The floor and the number of a beam's item.
+constexpr int kBeamFloorRole = Qt::UserRole + 3;
+constexpr int kBeamRole = Qt::UserRole + 4;
 
 // Where an item leads: the sheet a double click opens, kept on the item.
 constexpr int kSheetRole = Qt::UserRole;
@@ -153,6 +158,8 @@ void ProjectExplorer::refresh() {
             auto* beamItem = new QTreeWidgetItem(
                 floorItem,
                 {QStringLiteral("%1  %2").arg(b.number).arg(ui::toQString(b.name, language))});
+            beamItem->setData(0, kBeamFloorRole, static_cast<int>(f.number));
+            beamItem->setData(0, kBeamRole, static_cast<int>(b.number));
             const auto state = states.find({"beam", b.floor, b.number});
             if (state == states.end()) {
                 beamItem->setText(StateColumn, prompt(kNotYet, "not designed yet"));
@@ -209,11 +216,27 @@ void ProjectExplorer::refresh() {
 
 void ProjectExplorer::showMenu(const QPoint& at) {
     QTreeWidgetItem* item = m_tree->itemAt(at);
-    if (item == nullptr || !item->data(0, kFloorRole).isValid()) {
+    if (item == nullptr) {
+        return;
+    }
+    QMenu menu(this);
+    if (item->data(0, kBeamRole).isValid()) {
+        QAction* form = menu.addAction(prompt(kOpenBeam, "Open the beam form"));
+        QAction* listing = menu.addAction(prompt(kOpenListing, "Open the listing"));
+        const QString sheet = item->data(0, kSheetRole).toString();
+        listing->setEnabled(!sheet.isEmpty());
+        QAction* chosen = menu.exec(m_tree->viewport()->mapToGlobal(at));
+        if (chosen == form) {
+            emit beamChosen(item->data(0, kBeamFloorRole).toInt(), item->data(0, kBeamRole).toInt());
+        } else if (chosen == listing) {
+            emit sheetChosen(fs::path(sheet.toStdString()));
+        }
+        return;
+    }
+    if (!item->data(0, kFloorRole).isValid()) {
         return;
     }
     const int floor = item->data(0, kFloorRole).toInt();
-    QMenu menu(this);
     QAction* design = menu.addAction(prompt(kDesignFloor, "Design all beams of the floor"));
     design->setEnabled(item->childCount() > 0);
     if (menu.exec(m_tree->viewport()->mapToGlobal(at)) == design) {
@@ -222,6 +245,10 @@ void ProjectExplorer::showMenu(const QPoint& at) {
 }
 
 void ProjectExplorer::activated(QTreeWidgetItem* item) {
+    if (item != nullptr && item->data(0, kBeamRole).isValid()) {
+        emit beamChosen(item->data(0, kBeamFloorRole).toInt(), item->data(0, kBeamRole).toInt());
+        return;
+    }
     const QString sheet = item ? item->data(0, kSheetRole).toString() : QString();
     if (!sheet.isEmpty()) {
         emit sheetChosen(fs::path(sheet.toStdString()));

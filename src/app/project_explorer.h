@@ -1,6 +1,7 @@
 // The project explorer: a dock of the main window with the project's floors, under each its
 // beams with what their last design made of them (and when), and the project's sheets. A
-// double click opens a sheet, or the flexure listing of a beam, in the text viewer.
+// double click opens a sheet in the text viewer, or a beam in the beam form; a beam's menu
+// opens its flexure listing too.
 #pragma once
 
 #include <QDockWidget>
@@ -32,8 +33,10 @@ public slots:
     void readPrompts();
 
 signals:
-    /// A sheet was chosen (a double click on it or on a designed beam).
+    /// A sheet was chosen (a double click on it, or a beam's listing from its menu).
     void sheetChosen(const std::filesystem::path& sheet);
+    /// A beam was chosen (a double click on it, or its menu): its form is to open.
+    void beamChosen(int floor, int number);
     /// "Design all beams of the floor" was chosen in a floor's context menu.
     void designFloorRequested(int floor);
 

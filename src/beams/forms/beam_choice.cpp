@@ -11,6 +11,14 @@
 
 namespace orvak::beams::forms {
 
+namespace {
+
+QString beamText(const BeamRecord& b, std::string_view language) {
+    return QStringLiteral("%1  %2").arg(b.number).arg(ui::toQString(b.name, language));
+}
+
+} // namespace
+
 BeamChoice::BeamChoice(const shell::ShellState& shell, QWidget* form, ui::MessageHook* tell)
     : QObject(form), m_shell(shell), m_form(form), m_tell(tell), m_floors(new QComboBox(form)),
       m_beams(new QComboBox(form)) {
@@ -38,7 +46,7 @@ void BeamChoice::load() {
     loadBeams();
 }
 
-void BeamChoice::loadBeams() {
+void BeamChoice::loadBeams(bool notify) {
     m_beams->blockSignals(true);
     m_beams->clear();
     m_records.clear();
@@ -50,11 +58,12 @@ void BeamChoice::loadBeams() {
         }
     }
     for (const BeamRecord& b : m_records) {
-        m_beams->addItem(
-            QStringLiteral("%1  %2").arg(b.number).arg(ui::toQString(b.name, m_shell.language())));
+        m_beams->addItem(beamText(b, m_shell.language()));
     }
     m_beams->blockSignals(false);
-    emit beamChanged();
+    if (notify) {
+        emit beamChanged();
+    }
 }
 
 int BeamChoice::floor() const {
@@ -72,7 +81,33 @@ void BeamChoice::replaceBeam(const BeamRecord& record) {
     const int at = m_beams->currentIndex();
     if (at >= 0 && static_cast<std::size_t>(at) < m_records.size()) {
         m_records[static_cast<std::size_t>(at)] = record;
+        m_beams->setItemText(at, beamText(record, m_shell.language()));
     }
+}
+
+bool BeamChoice::chooseBeam(int floor, int number) {
+    const int f = m_floors->findData(floor);
+    if (f < 0) {
+        return false;
+    }
+    m_floors->blockSignals(true);
+    m_floors->setCurrentIndex(f);
+    m_floors->blockSignals(false);
+    reloadBeams(number);
+    const BeamRecord* chosen = beam();
+    return chosen != nullptr && chosen->number == number;
+}
+
+void BeamChoice::reloadBeams(int number) {
+    loadBeams(false);
+    m_beams->blockSignals(true);
+    for (std::size_t i = 0; i < m_records.size(); ++i) {
+        if (m_records[i].number == number) {
+            m_beams->setCurrentIndex(static_cast<int>(i));
+        }
+    }
+    m_beams->blockSignals(false);
+    emit beamChanged();
 }
 
 } // namespace orvak::beams::forms

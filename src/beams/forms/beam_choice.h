@@ -32,13 +32,18 @@ public:
     const BeamRecord* beam() const;
     /// Replaces the chosen beam's record as read (after the form stored a change).
     void replaceBeam(const BeamRecord& record);
+    /// Chooses floor `floor` and its beam `number` (read anew); false when either is missing.
+    bool chooseBeam(int floor, int number);
+    /// Reads the beams of the chosen floor again (after one was added or deleted) and chooses
+    /// beam `number`, else the first.
+    void reloadBeams(int number);
 
 signals:
     /// Another floor or beam was chosen (also after load()).
     void beamChanged();
 
 private:
-    void loadBeams();
+    void loadBeams(bool notify = true);
 
     const shell::ShellState& m_shell;
     QWidget* m_form;

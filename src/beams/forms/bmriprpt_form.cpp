@@ -94,6 +94,10 @@ BmRipRpt::BmRipRpt(shell::ShellState& shell, QWidget* parent)
     m_choice->load();
 }
 
+bool BmRipRpt::chooseBeam(int floor, int number) {
+    return m_choice->chooseBeam(floor, number);
+}
+
 QComboBox* BmRipRpt::floorCombo() const {
     return m_choice->floors();
 }

@@ -29,6 +29,8 @@ public:
     explicit BmRipRpt(shell::ShellState& shell, QWidget* parent = nullptr);
 
     QComboBox* floorCombo() const;
+    /// Chooses beam `number` of floor `floor`; false when there is no such beam.
+    bool chooseBeam(int floor, int number);
     QComboBox* beamCombo() const;
     QComboBox* listingCombo() const { return m_listing; }
 

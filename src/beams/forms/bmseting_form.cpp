@@ -17,7 +17,10 @@
 #include <cmath>
 #include <type_traits>
 
+#include "beams/beam_edit.h"
 #include "core/error.h"
+#include "jobs/beam_design_job.h"
+#include "ui/qt_text.h"
 #include "ui/general_prompts.h"
 
 namespace orvak::beams::forms {
@@ -33,7 +36,9 @@ constexpr std::size_t kExitPrompt = 8;
 constexpr std::size_t kFirstFieldPrompt = 9; // one label per field, in stored order
 constexpr std::size_t kSavedPrompt = 49;
 constexpr std::size_t kRefusedPrompt = 50;
-constexpr std::size_t kPromptCount = 50;
+constexpr std::size_t kBeamSavedPrompt = 51;
+constexpr std::size_t kBeamCaptionPrompt = 52;
+constexpr std::size_t kPromptCount = 52;
 
 enum Page { General, Checks, Bars, MainSteel };
 constexpr std::array<std::string_view, 4> kPageNames = {"GNRLFrm", "DsgnFrm", "BarSetFrm",
@@ -203,6 +208,9 @@ Bmseting::Bmseting(shell::ShellState& shell, QWidget* parent)
     connect(m_exit, &QPushButton::clicked, this, [this] { ui::closeForm(this); });
 
     readPrompts();
+    if (m_beamNumber > 0) {
+        return; // the beam's copy is read by the constructor of a beam's settings
+    }
     try {
         m_stored = readBeamSettingsFile(m_shell.generalFolder());
     } catch (const FileError& e) {
@@ -210,6 +218,26 @@ Bmseting::Bmseting(shell::ShellState& shell, QWidget* parent)
         ui::tellUser(this, m_messageHook, QString::fromUtf8(e.what()));
         m_stored = defaultBeamSettings();
     }
+    showSettings(m_stored);
+}
+
+Bmseting::Bmseting(shell::ShellState& shell, int floor, int beamNumber, QWidget* parent)
+    : Bmseting(shell, parent) {
+    m_beamFloor = floor;
+    m_beamNumber = beamNumber;
+    setObjectName(QStringLiteral("Bmseting%1_%2").arg(floor).arg(beamNumber));
+    readPrompts();
+    try {
+        for (const BeamRecord& b : readBeamFile(m_shell.projectPath(), floor)) {
+            if (b.number == beamNumber) {
+                m_stored = b.settings;
+                m_beamName = ui::toQString(b.name, m_shell.language());
+            }
+        }
+    } catch (const FileError& e) {
+        ui::tellUser(this, m_messageHook, QString::fromUtf8(e.what()));
+    }
+    readPrompts();
     showSettings(m_stored);
 }
 
@@ -225,7 +253,9 @@ QString Bmseting::label(const std::string& name) const {
 void Bmseting::readPrompts() {
     m_prompts =
         shell::readPrompts(m_shell.programFolder, m_shell.language(), kPromptKey, 2, kPromptCount);
-    setWindowTitle(prompt(kCaptionPrompt, "Beam settings"));
+    setWindowTitle(m_beamNumber > 0
+                       ? prompt(kBeamCaptionPrompt, "Settings of beam %1").arg(m_beamName)
+                       : prompt(kCaptionPrompt, "Beam settings"));
     for (int p = 0; p < m_tabs->count(); ++p) {
         m_tabs->setTabText(p, prompt(kFirstPagePrompt + static_cast<std::size_t>(p),
                                      kPageTitles[static_cast<std::size_t>(p)]));
@@ -309,14 +339,36 @@ bool Bmseting::save() {
         return false;
     }
     try {
-        writeBeamSettingsFile(m_shell.generalFolder(), settings);
+        if (m_beamNumber > 0) {
+            // The beam's own copy, stored in place as every edit of the beam.
+            bool found = false;
+            for (BeamRecord b : readBeamFile(m_shell.projectPath(), m_beamFloor)) {
+                if (b.number == m_beamNumber) {
+                    b.settings = settings;
+                    storeBeam(m_shell.projectPath(), m_beamFloor, b);
+                    jobs::markBeamChanged(m_shell.projectPath(), m_beamFloor, m_beamNumber);
+                    found = true;
+                }
+            }
+            if (!found) {
+                throw InputError("the beam is no longer in its floor's file");
+            }
+        } else {
+            writeBeamSettingsFile(m_shell.generalFolder(), settings);
+        }
     } catch (const FileError& e) {
         ui::tellUser(this, m_messageHook, QString::fromUtf8(e.what()));
+        return false;
+    } catch (const InputError& e) {
+        ui::tellUser(this, m_messageHook,
+                     prompt(kRefusedPrompt, "The settings were not saved: %1.")
+                         .arg(QString::fromUtf8(e.what())));
         return false;
     }
     m_stored = settings;
     showSettings(m_stored);
-    emit saved(prompt(kSavedPrompt, "The beam settings were saved."));
+    emit saved(m_beamNumber > 0 ? prompt(kBeamSavedPrompt, "The settings of the beam were saved.")
+                                : prompt(kSavedPrompt, "The beam settings were saved."));
     return true;
 }
 

@@ -26,6 +26,11 @@ class Bmseting : public QWidget {
 public:
     /// Edits BMSETING.DAT of the GENERAL folder (the built-in values where there is none).
     explicit Bmseting(shell::ShellState& shell, QWidget* parent = nullptr);
+    /// Edits the copy of the settings that beam `beamNumber` of floor `floor` carries; saving
+    /// writes it into the beam's record (the beam's earlier design then no longer stands).
+    Bmseting(shell::ShellState& shell, int floor, int beamNumber, QWidget* parent = nullptr);
+    /// The beam whose copy the form edits; 0 when it edits the defaults.
+    int beamNumber() const { return m_beamNumber; }
 
     /// The field of a setting: its line edit (`index` for the tables DSTXT, THIKTXT,
     /// angleheight, FACDEADL, FACDAYNL), nullptr for a flag or an unknown name.
@@ -73,6 +78,9 @@ private:
     QPushButton* m_defaults;
     QPushButton* m_exit;
     BeamSettings m_stored; ///< what BMSETING.DAT holds (or the built-in values)
+    int m_beamFloor = 0;
+    int m_beamNumber = 0; ///< 0: the defaults of BMSETING.DAT
+    QString m_beamName;
     ui::AskHook m_askHook;
     ui::MessageHook m_messageHook;
 };
