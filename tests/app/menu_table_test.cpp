@@ -71,9 +71,9 @@ TEST_F(MenuTableTest, ItemsThatNeedAProjectWaitForOne) {
             << action->text().toStdString();
         needing += row.needsProject ? 1 : 0;
     }
-    // Project data, archive, copy, the four floor forms, the deflection calculation, the beam
-    // reports and the two steel forms work on the current project.
-    EXPECT_EQ(needing, 11);
+    // Project data, archive, copy, the four floor forms, the beam form, the deflection
+    // calculation, the beam reports and the two steel forms work on the current project.
+    EXPECT_EQ(needing, 12);
     // Asked for all the same, the form of such an item says why it does not open.
     EXPECT_EQ(window.open(MainMenu::Project, project_item::kProjectData), nullptr);
     EXPECT_EQ(m_messages, QStringList{kNoProject});
@@ -121,7 +121,7 @@ TEST_F(MenuTableTest, EachFormOpensInOneWindow) {
         forms << name;
     }
     forms.sort();
-    EXPECT_EQ(forms, QStringList({"BmRipRpt", "Bmseting", "CielData", "CielThick", "Gsetting",
+    EXPECT_EQ(forms, QStringList({"BmDesign", "BmRipRpt", "Bmseting", "CielData", "CielThick", "Gsetting",
                                   "LDefCalc", "Netiron", "NewCiel", "Projdata", "Roundbar",
                                   "SlcCiel", "SteelQnt", "SteelUpd", "spacing"}));
     EXPECT_EQ(window.mdiArea()->subWindowList().size(), forms.size());

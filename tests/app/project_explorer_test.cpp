@@ -3,6 +3,7 @@
 #include "app/project_explorer.h"
 
 #include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QSignalSpy>
 #include <QTreeWidget>
 
@@ -10,6 +11,7 @@
 #include "app/mdi_main.h"
 #include "bars/bar_tables.h"
 #include "beams/beam_job.h"
+#include "beams/forms/bmdesign_form.h"
 #include "core/codepage.h"
 #include "jobs/beam_design_job.h"
 #include "ui/shell_fixture.h"
@@ -53,11 +55,24 @@ TEST_F(ProjectExplorerTest, ShowsTheStatesOfTheLastRunAndOpensSheets) {
     QTreeWidgetItem* sheets = tree->topLevelItem(2);
     ASSERT_EQ(sheets->childCount(), 20);
 
+    // A beam opens in the beam form; a sheet in the viewer.
+    QSignalSpy chosenBeam(window.explorer(), &ProjectExplorer::beamChosen);
+    emit tree->itemActivated(first->child(1), 0);
+    ASSERT_EQ(chosenBeam.size(), 1);
+    EXPECT_EQ(chosenBeam.at(0).at(0).toInt(), 1);
+    EXPECT_EQ(chosenBeam.at(0).at(1).toInt(), 2);
+    auto* form = qobject_cast<beams::forms::BmDesign*>(window.mdiArea()->activeSubWindow()->widget());
+    ASSERT_NE(form, nullptr);
+    ASSERT_NE(form->beam(), nullptr);
+    EXPECT_EQ(form->beam()->number, 2);
+    window.mdiArea()->closeAllSubWindows();
+
     QSignalSpy chosenSheet(window.explorer(), &ProjectExplorer::sheetChosen);
-    emit tree->itemActivated(first->child(0), 0);
+    QTreeWidgetItem* firstSheet = sheets->child(0);
+    emit tree->itemActivated(firstSheet, 0);
     ASSERT_EQ(chosenSheet.size(), 1);
     const auto sheet = chosenSheet.at(0).at(0).value<fs::path>();
-    EXPECT_EQ(sheet.extension(), ".Analy2");
+    EXPECT_EQ(sheet.filename().string(), firstSheet->text(0).toStdString());
     ASSERT_TRUE(fs::exists(sheet));
     ui::EditAsc* viewer = window.openSheet(sheet);
     ASSERT_NE(viewer, nullptr);

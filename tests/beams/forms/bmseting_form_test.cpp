@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QTabWidget>
 
+#include "beams/beam_record.h"
 #include "ui/shell_fixture.h"
 
 namespace orvak::beams::forms {
@@ -114,6 +115,25 @@ TEST_F(BmsetingTest, ARefusedValueWritesNothingAndDefaultsComeBack) {
 
     form->restoreDefaults();
     EXPECT_EQ(form->shownSettings(), defaultBeamSettings());
+}
+
+TEST_F(BmsetingTest, OpenedFromABeamItEditsThatBeamsCopyOnly) {
+    const fs::path project = m_shell.projectPath();
+    const std::string defaults = test::readBytes(file());
+    const BeamRecord other = readBeamFile(project, 1)[0];
+    Bmseting form(m_shell, 1, 2);
+    form.setMessageHook([this](const QString& m) { m_messages << m; });
+    EXPECT_EQ(form.shownSettings(), readBeamFile(project, 1)[1].settings);
+
+    form.field("MomFiTxt")->setText("0.85");
+    form.field("FACDEADL", 1)->setText("1.1");
+    ASSERT_TRUE(form.save()) << m_messages.join('\n').toStdString();
+    const BeamRecord beam = readBeamFile(project, 1)[1];
+    EXPECT_EQ(beam.number, 2);
+    EXPECT_EQ(beam.settings.MomFiTxt, 0.85f);
+    EXPECT_EQ(beam.settings.FACDEADL[1], 1.1f);
+    EXPECT_EQ(readBeamFile(project, 1)[0], other);
+    EXPECT_EQ(test::readBytes(file()), defaults);
 }
 
 } // namespace
