@@ -210,6 +210,8 @@ void BeamDrawing::wheelEvent(QWheelEvent* event) {
 void BeamDrawing::paintEvent(QPaintEvent*) {
     QPainter p(this);
     p.setRenderHint(QPainter::Antialiasing);
+    // Values and units read left to right in a right-to-left window too ("3.00+1.50 t/m").
+    p.setLayoutDirection(Qt::LeftToRight);
     if (!m_beam || m_beam->spans.empty()) {
         return;
     }
