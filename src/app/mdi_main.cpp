@@ -202,6 +202,9 @@ MdiMain::MdiMain(shell::ShellState& shell, std::span<const MenuItem> items, QWid
 
     m_mdi->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_mdi->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    // Forms that a form opens beside itself are heard as those of the menu.
+    connect(m_mdi, &QMdiArea::subWindowActivated, this,
+            [this](QMdiSubWindow* sub) { hearForm(sub ? sub->widget() : nullptr); });
     setCentralWidget(m_mdi);
     // Projects folder | project path, each in its own field of the status bar.
     m_projectsFolderLabel->setContentsMargins(4, 0, 8, 0);
@@ -647,13 +650,22 @@ void MdiMain::keepInside(QMdiSubWindow* sub) const {
     sub->setGeometry(placed);
 }
 
-QMdiSubWindow* MdiMain::addChildWindow(QWidget* form) {
+void MdiMain::hearForm(QWidget* form) {
+    // Once per form, whoever opened it: the menu, or another form beside it.
+    if (form == nullptr || form->property("orvakHeard").toBool()) {
+        return;
+    }
+    form->setProperty("orvakHeard", true);
     if (form->metaObject()->indexOfSignal("saved(QString)") >= 0) {
         connect(form, SIGNAL(saved(QString)), this, SLOT(showSavedMessage(QString)));
     }
     if (form->metaObject()->indexOfSignal("languageChanged()") >= 0) {
         connect(form, SIGNAL(languageChanged()), this, SLOT(ReadAllPrompts()));
     }
+}
+
+QMdiSubWindow* MdiMain::addChildWindow(QWidget* form) {
+    hearForm(form);
     QMdiSubWindow* sub = m_mdi->addSubWindow(form);
     sub->setAttribute(Qt::WA_DeleteOnClose);
     form->show();

@@ -155,6 +155,8 @@ private:
     /// Shows a new form as a child window; its save reports go to the status bar and a new
     /// language it saves relabels the whole program.
     QMdiSubWindow* addChildWindow(QWidget* form);
+    /// Shows what a form saved in the status bar and the explorer, and follows its language.
+    void hearForm(QWidget* form);
     void reloadChildPrompts();
 
     shell::ShellState& m_shell;
