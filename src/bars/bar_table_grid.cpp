@@ -125,7 +125,7 @@ std::string printTable(const BarTableGrid& grid, std::string_view headingPrompt)
         if (!grid.rowInUse(r)) {
             continue;
         }
-        for (int c = 1; c <= grid.columnCount(); ++c) {
+        for (int c = 1; c <= kind.shownColumns; ++c) {
             out += core::formatUsing(kind.printFormats[static_cast<std::size_t>(c - 1)],
                                      grid.number(r, c));
         }

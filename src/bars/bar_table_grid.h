@@ -113,10 +113,11 @@ bool tableFileExists(const TableKind& kind, const std::filesystem::path& general
 /// FileError when it exists and cannot be deleted.
 bool deleteTableFile(const TableKind& kind, const std::filesystem::path& generalFolder);
 
-/// The table as report text: the heading lines, then one line per row in use, each value
-/// through its column's print mask. Headings come from a prompt line through "@0:" (title)
-/// and "@1:" .. "@n:" (heading lines under it, n = headingPlaceholders); blank ones print no
-/// line. An empty `headingPrompt` uses the kind's English headings. Lines end in "\n".
+/// The table as report text: the heading lines, then one line per row in use, each shown
+/// value (the kind's shownColumns) through its column's print mask. Headings come from a prompt
+/// line through "@0:" (title) and "@1:" .. "@n:" (heading lines under it, n = headingPlaceholders);
+/// blank ones print no line. An empty `headingPrompt` uses the kind's English headings. Lines end
+/// in "\n".
 std::string printTable(const BarTableGrid& grid, std::string_view headingPrompt = {});
 
 } // namespace orvak::bars

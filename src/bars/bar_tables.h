@@ -28,7 +28,7 @@ inline constexpr std::size_t kMaxBarDiameters = 50;
 // Every record: a one-byte use mark ("1" in use) and a run of little-endian singles.
 inline constexpr auto kRoundbarLayout = core::packFields<2>({{
     {"flag", core::FieldType::Text, 1},
-    {"values", core::FieldType::Single, 0, 11}, ///< diameter mm, kg/m, cm², 8 free values
+    {"values", core::FieldType::Single, 0, 11}, ///< diameter mm, kg/m, cm², 8 kept values
 }});
 static_assert(kRoundbarLayout.size == 45, "ROUNDBAR.DAT records are 45 bytes");
 
@@ -53,9 +53,12 @@ struct TableKind {
     std::string_view promptKey; ///< prompt-file key of the form
     std::string_view fileName;
     std::size_t recordLength;
-    std::size_t valueCount;        ///< singles per record behind the use mark
-    int gridRows;                  ///< rows of the editing grid; a save walks all of them
-    int gridColumns;               ///< visible values per row (the first ones of the record)
+    std::size_t valueCount; ///< singles per record behind the use mark
+    int gridRows;           ///< rows of the editing grid; a save walks all of them
+    int gridColumns;        ///< values per grid row (the first ones of the record)
+    /// The first columns, those that carry a meaning, that the form shows and the printout
+    /// lists; the others stay in the grid and the record as the file holds them.
+    int shownColumns;
     int shownRows;                 ///< records a load puts into the grid
     std::string_view limitString;  ///< per-column minimum and maximum, input-grid notation
     std::string_view columnFormat; ///< per-column access, kind and digits, input-grid notation

@@ -72,7 +72,8 @@ SteelReport buildSteelReport(const IronDatabase& db, std::span<const std::string
                              const BarPropertyTable& bars, double roundingStepKg) {
     SteelReport report;
     // A step that is not a positive finite number means no rounding.
-    const double step = std::isfinite(roundingStepKg) && roundingStepKg > 0.0 ? roundingStepKg : 0.0;
+    const double step =
+        std::isfinite(roundingStepKg) && roundingStepKg > 0.0 ? roundingStepKg : 0.0;
     if (bars.rows.empty()) {
         report.status = SteelReportStatus::NoBarTable;
         return report;
@@ -174,11 +175,18 @@ std::string formatSteelReport(const SteelReport& report, const SteelReportTexts&
     return out;
 }
 
-std::string itemListLine(const SteelItem& it) {
+std::string itemListLine(const SteelItem& it, std::span<const std::string> barKindNames) {
+    // The engineer reads the kind by its name; a code no name is given for (an imported item
+    // of another program) still shows as its number.
+    const auto kind = static_cast<std::size_t>(it.ironType);
+    const std::string kindText =
+        it.ironType >= 0 && kind < barKindNames.size() && !barKindNames[kind].empty()
+            ? barKindNames[kind]
+            : std::to_string(it.ironType);
     std::string out;
     out += core::formatUsing("#### ", static_cast<double>(it.mark));
     out += core::formatUsing("\\23456789012345678\\ ", std::string_view(it.description));
-    out += core::formatUsing("  #  ", static_cast<double>(it.ironType));
+    out += core::formatUsing("\\       \\ ", std::string_view(kindText));
     out += core::formatUsing(" ##### ", static_cast<double>(it.quantity));
     out += core::formatUsing("  ##.## ", static_cast<double>(it.diameterMm));
     out += core::formatUsing(" ####.## ", static_cast<double>(it.lengthCm));

@@ -92,8 +92,9 @@ std::string steelItemLine(const ReportItem& item);
 std::string formatSteelReport(const SteelReport& report, const SteelReportTexts& texts = {});
 
 /// One line of the item form's list: bar mark "#### ", description "\23456789012345678\ ",
-/// bar kind "  #  ", number of bars " ##### ", diameter "  ##.## ", length " ####.## " and
+/// the bar kind's name "\       \ " (barKindNames[IRONTYPE], single-byte; its number when it
+/// has no name there), number of bars " ##### ", diameter "  ##.## ", length " ####.## " and
 /// shape " # ".
-std::string itemListLine(const SteelItem& item);
+std::string itemListLine(const SteelItem& item, std::span<const std::string> barKindNames);
 
 } // namespace orvak::bars

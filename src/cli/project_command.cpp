@@ -82,21 +82,20 @@ void printRecord(const shell::ProjectRecord& r, std::ostream& out) {
     for (std::size_t i = 0; i < r.titleLines.size(); ++i) {
         text(fmt::format("Title line {}", i + 1), r.titleLines[i]);
     }
-    for (std::size_t i = 0; i < r.shortTexts.size(); ++i) {
-        text(fmt::format("Short text {}", i + 1), r.shortTexts[i]);
-    }
+    // The same names as the project-data form gives these fields.
+    text("Project no.", r.shortTexts[0]);
+    text("Revision", r.shortTexts[1]);
     for (std::size_t i = 0; i < r.texts9to11.size(); ++i) {
-        text(fmt::format("Text {}", i + 9), r.texts9to11[i]);
+        text(fmt::format("Design note {}", i + 1), r.texts9to11[i]);
     }
-    for (std::size_t i = 0; i < r.codes.size(); ++i) {
-        text(fmt::format("Code {}", i + 1), r.codes[i]);
-    }
+    text("Job code", r.codes[0]);
+    text("Office file no.", r.codes[1]);
     for (std::size_t i = 0; i < r.values.size(); ++i) {
         line(fmt::format("Project value {}", i + 1), fmt::format("{}", r.values[i]));
     }
     text("Work folder", r.workFolder);
     line("Choice", std::to_string(r.choice));
-    text("Text 12", r.text12);
+    text("Checked by", r.text12);
     line("Count", std::to_string(r.count));
     text("Date", r.dateText);
     line("Value", fmt::format("{}", r.value));

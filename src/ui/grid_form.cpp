@@ -7,6 +7,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
+#include <QTableView>
 #include <QToolBar>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -118,6 +119,10 @@ void GridForm::readPrompts() {
         }
     }
 
+    for (int c = setup.shownColumns; c > 0 && c < setup.columns; ++c) {
+        m_grid->view()->setColumnHidden(c, true);
+    }
+
     setWindowTitle(prompt(setup.caption));
     for (std::size_t i = 0; i < setup.tools.size(); ++i) {
         if (QAction* a = action(setup.tools[i].key)) {
@@ -173,7 +178,7 @@ bool GridForm::refuseBadCell() {
             continue;
         }
         for (int c = 0; c < model.columnCount(); ++c) {
-            if (model.kindAt(r, c) != 1) {
+            if (model.kindAt(r, c) != 1 || m_grid->view()->isColumnHidden(c)) {
                 continue;
             }
             const QString refusal = refusedNumberMessage(m_shell, model, r, c);

@@ -59,6 +59,9 @@ struct GridFormSetup {
     FormText emptySaved;
     int rows = 1;
     int columns = 1;
+    /// Columns shown, from the first; the others are hidden and keep what was loaded into
+    /// them. 0: every column.
+    int shownColumns = 0;
     std::string_view descriptor; ///< field descriptor string of every row
     std::string_view limits;     ///< limit string of every row
 };
@@ -127,8 +130,9 @@ protected:
     const MessageHook& messageHook() const { return m_messageHook; }
     void tell(const QString& message) const;
     void setStatus(const QString& text);
-    /// The first cell of a row in use whose value its column refuses is told and, on screen,
-    /// focused; false when every cell passes. A value can reach a cell without its editor (read
+    /// The first shown cell of a row in use whose value its column refuses is told and, on
+    /// screen, focused; false when every cell passes. Hidden columns are the file's, not the
+    /// user's to mend, and are not checked. A value can reach a cell without its editor (read
     /// from a file another program wrote), so every save and print checks them all.
     bool refuseBadCell();
     /// Edits typed before the grid was relabelled for a new language: they are in its texts,

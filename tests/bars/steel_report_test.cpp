@@ -117,13 +117,20 @@ TEST_F(SteelReportTest, AnEmptyBarTableStopsTheReport) {
     EXPECT_TRUE(report.elements.empty());
 }
 
-TEST(SteelReportItemList, ListLineUsesTheMasksOfTheItemForm) {
+TEST(SteelReportItemList, ListLineUsesTheMasksOfTheItemFormAndNamesTheBarKind) {
     SteelItem it = item("K", "B1", 12, "stirrups", 20, 8.0f, 120);
-    it.ironType = 2;
+    it.ironType = 1;
     it.shape = 3;
+    const std::vector<std::string> kinds = {"Main bar", "Stirrup", "Other"};
     // "#### ", "\23456789012345678\ " (19 wide: both backslashes and the 17 between, then a
-    // blank), "  #  ", " ##### ", "  ##.## ", " ####.## ", " # ".
-    EXPECT_EQ(itemListLine(it), "  12 stirrups              2      20    8.00   120.00  3 ");
+    // blank), the kind "\       \ " (9 wide, then a blank), " ##### ", "  ##.## ",
+    // " ####.## ", " # ".
+    const std::string head = "  12 stirrups            ";
+    const std::string tail = "    20    8.00   120.00  3 ";
+    EXPECT_EQ(itemListLine(it, kinds), head + "Stirrup   " + tail);
+    // A kind the names do not cover (an imported item) shows its number.
+    it.ironType = 7;
+    EXPECT_EQ(itemListLine(it, kinds), head + "7         " + tail);
 }
 
 } // namespace

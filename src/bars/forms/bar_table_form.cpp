@@ -24,9 +24,10 @@ constexpr ui::FormText kEmptySaved{9, "No row has a first value: the table file 
 constexpr ui::FormText kSaving{10, "Saving the table..."};
 constexpr std::size_t kFirstHeadingPrompt = 11;
 
+// The eight values after the area are read by nothing: their columns are hidden, untitled,
+// and keep what the file holds.
 constexpr std::string_view kRoundbarHeadings[] = {
-    "Diameter mm", "Weight kg/m", "Area cm²", "Extra 1", "Extra 2", "Extra 3",
-    "Extra 4",     "Extra 5",     "Extra 6",  "Extra 7", "Extra 8",
+    "Diameter mm", "Weight kg/m", "Area cm²", "", "", "", "", "", "", "", "",
 };
 constexpr std::string_view kSpacingHeadings[] = {
     "Spacing cm", "6 mm",  "7 mm",  "8 mm",  "10 mm", "12 mm", "14 mm", "16 mm",
@@ -63,6 +64,7 @@ ui::GridFormSetup formSetup(const bars::TableKind& kind) {
     setup.emptySaved = kEmptySaved;
     setup.rows = kind.gridRows;
     setup.columns = kind.gridColumns;
+    setup.shownColumns = kind.shownColumns;
     setup.descriptor = kind.columnFormat;
     setup.limits = kind.limitString;
     return setup;

@@ -45,28 +45,30 @@ constexpr std::size_t kImportPrompt = 17;
 constexpr std::size_t kPromptCount = 17;
 
 constexpr std::array<std::string_view, SteelQnt::kListCount> kTabNames = {
-    "Structures", "Column groups", "Footing groups", "Floors (beams, slabs)"};
+    "Extra items", "Column groups", "Footing groups", "Floors (beams, slabs)"};
 constexpr std::array<std::string_view, SteelQnt::kListCount> kAllNames = {
-    "All structures", "All column groups", "All footing groups", "All floors"};
+    "All extra items", "All column groups", "All footing groups", "All floors"};
 constexpr std::array<const char*, SteelQnt::kListCount> kListObjectNames = {"StrucList", "LSTCol",
                                                                             "LSTFoot", "CielList"};
 constexpr std::array<const char*, SteelQnt::kListCount> kAllObjectNames = {
     "AllStrucchk", "AllColsGroupschk", "AllFootsGroupschk", "CielChk"};
 
-/// The list an element's items put it on, by the element kind they carry (GENERAL). Items
-/// that the design forms store without a kind belong with the structures, as do extra items.
-/// No kind marks column groups yet, so their list stays empty until one does.
+/// The list an element's items put it on, by the element kind they carry (GENERAL): the
+/// beams a design stores and the floor items entered by hand are floor items, footing items go
+/// with the footing groups, and items entered as extra items, or carrying no kind (an old
+/// store), with the extra items. No kind marks column groups yet, so their list stays empty
+/// until one does.
 SteelQnt::ElementList listOfKind(std::int16_t kind) {
     switch (static_cast<bars::ElementKind>(kind)) {
     case bars::ElementKind::Slab:
-        return SteelQnt::ElementList::Slabs;
+        return SteelQnt::ElementList::Floors;
     case bars::ElementKind::Footing:
         return SteelQnt::ElementList::FootingGroups;
     case bars::ElementKind::None:
     case bars::ElementKind::Extra:
         break;
     }
-    return SteelQnt::ElementList::Structures;
+    return SteelQnt::ElementList::ExtraItems;
 }
 
 } // namespace

@@ -31,10 +31,10 @@ class SteelQnt : public QWidget {
 public:
     /// The lists of the tabs, in their order.
     enum class ElementList {
-        Structures,    ///< `StrucList`: elements the design forms filled, and extra items
+        ExtraItems,    ///< `StrucList`: items entered as extra items (stairs, walls ...)
         ColumnGroups,  ///< `LSTCol`
         FootingGroups, ///< `LSTFoot`
-        Slabs,         ///< `CielList`
+        Floors,        ///< `CielList`: the beams and slabs of the floors
     };
     static constexpr std::size_t kListCount = 4;
 

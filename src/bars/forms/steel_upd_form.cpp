@@ -96,7 +96,8 @@ constexpr std::array<std::string_view, SteelUpd::kBarKinds> kBarKindNames = {"Ma
 constexpr std::array<bars::ElementKind, 3> kKinds = {
     bars::ElementKind::Slab, bars::ElementKind::Footing, bars::ElementKind::Extra};
 constexpr std::array<const char*, 3> kKindObjectNames = {"Cielopt", "Footopt", "Extraopt"};
-constexpr std::array<std::string_view, 3> kKindNames = {"Floor (beams, slabs)", "Footing", "Extra items"};
+constexpr std::array<std::string_view, 3> kKindNames = {"Floor (beams, slabs)", "Footing",
+                                                        "Extra items"};
 
 /// Columns of the item list line: width, blanks after the value, left-aligned text.
 struct ListColumn {
@@ -107,7 +108,7 @@ struct ListColumn {
 constexpr std::array<ListColumn, 7> kListColumns = {{
     {5, 1, false}, // "#### "
     {20, 1, true}, // "\23456789012345678\ "
-    {5, 2, false}, // "  #  "
+    {10, 1, true}, // "\       \ ", the bar kind's name
     {7, 1, false}, // " ##### "
     {8, 1, false}, // "  ##.## "
     {9, 1, false}, // " ####.## "
@@ -131,9 +132,10 @@ QString listHeading(const std::string& prompt, std::string_view language) {
         const int room = column.width - column.trailing;
         const QString cell =
             column.left ? heading.leftJustified(room) : heading.rightJustified(room);
+        // A heading that filled its column's blank too keeps one blank before the next.
         if (line.size() < start) {
             line = line.leftJustified(start);
-        } else if (line.size() > start) {
+        } else if (!line.isEmpty()) {
             line += QLatin1Char(' ');
         }
         line += cell;
@@ -264,7 +266,7 @@ SteelUpd::SteelUpd(shell::ShellState& shell, QWidget* parent)
     m_listHeading->setTextFormat(Qt::PlainText);
     m_listHeading->setIndent(m_items->frameWidth() + 3);
     const QFontMetrics listMetrics(ui::listingFont());
-    m_items->setMinimumWidth(listMetrics.horizontalAdvance(QString(60, QLatin1Char('0'))));
+    m_items->setMinimumWidth(listMetrics.horizontalAdvance(QString(66, QLatin1Char('0'))));
     m_items->setMinimumHeight(listMetrics.height() * 8);
     auto* itemsBox = new QVBoxLayout(m_itemsGroup);
     itemsBox->setSpacing(2);
@@ -347,6 +349,7 @@ void SteelUpd::readPrompts() {
     m_deleteAll->setText(prompt(kDeleteAllButton, "Delete all"));
     m_exit->setText(prompt(kExitButton, "Exit"));
     m_diameterChoice->setToolTip(prompt(kChooseDiameterTip, "Choose from the bar table"));
+    refillItems(); // the bar kinds' names of the list
 }
 
 QRadioButton* SteelUpd::kindOption(bars::ElementKind kind) const {
@@ -468,11 +471,19 @@ void SteelUpd::refillItems() {
     if (!m_db || element.empty()) {
         return;
     }
+    // The list names each item's bar kind as the kind buttons do.
+    std::array<std::string, kBarKinds> kindNames;
+    for (std::size_t k = 0; k < kindNames.size(); ++k) {
+        const std::size_t n = kFirstBarKind + k;
+        kindNames[k] = m_prompts.count() >= n && !m_prompts(n).empty()
+                           ? m_prompts(n)
+                           : std::string(kBarKindNames[k]);
+    }
     try {
         const auto& language = m_shell.language();
         for (const bars::SteelItem& item : m_db->itemsByMark(elementKind(), element)) {
-            auto* row =
-                new QListWidgetItem(ui::toQString(bars::itemListLine(item), language), m_items);
+            auto* row = new QListWidgetItem(
+                ui::toQString(bars::itemListLine(item, kindNames), language), m_items);
             row->setData(Qt::UserRole, QString::fromLatin1(item.mainKey.c_str()));
         }
     } catch (const FileError& e) {

@@ -9,8 +9,8 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <array>
-#include <cmath>
 
 #include "core/error.h"
 #include "shell/project_record.h"
@@ -42,9 +42,13 @@ struct FieldRule {
     const char* label;      ///< English label when the prompt file lacks it
 };
 
-// Text fields hold exactly their GEN.CST width; numbers carry their range.
+// Text fields hold exactly their GEN.CST width; numbers carry their range. The title lines
+// head every report and line 1 names the project on each printed sheet; the short texts,
+// texts and codes are the job's own record (number, revision, design notes, file numbers),
+// kept with the project and shown by the command-line program. The choice, the count and
+// the value are read by nothing: their rows are hidden and they keep what the file holds.
 constexpr std::array<FieldRule, Projdata::kFieldCount> kFields = {{
-    {"1030.0,", "", 30, "Title line 1"},
+    {"1030.0,", "", 30, "Title line 1 (project name)"},
     {"1030.0,", "", 30, "Title line 2"},
     {"1030.0,", "", 30, "Title line 3"},
     {"1030.0,", "", 30, "Title line 4"},
@@ -52,19 +56,19 @@ constexpr std::array<FieldRule, Projdata::kFieldCount> kFields = {{
     {"1030.0,", "", 30, "Title line 6"},
     {"1030.0,", "", 30, "Title line 7"},
     {"1030.0,", "", 30, "Title line 8"},
-    {"1010.0,", "", 10, "Short text 1"},
-    {"1010.0,", "", 10, "Short text 2"},
-    {"1030.0,", "", 30, "Text 9"},
-    {"1030.0,", "", 30, "Text 10"},
-    {"1030.0,", "", 30, "Text 11"},
-    {"1012.0,", "", 12, "Code 1"},
-    {"1012.0,", "", 12, "Code 2"},
+    {"1010.0,", "", 10, "Project no."},
+    {"1010.0,", "", 10, "Revision"},
+    {"1030.0,", "", 30, "Design note 1"},
+    {"1030.0,", "", 30, "Design note 2"},
+    {"1030.0,", "", 30, "Design note 3"},
+    {"1012.0,", "", 12, "Job code"},
+    {"1012.0,", "", 12, "Office file no."},
     {"1099.0,", "", 99, "Work folder"},
-    {"1101.0,", "@1:1@2:2", 0, "Choice (1 or 2)"},
-    {"1030.0,", "", 30, "Text 12"},
-    {"1103.0,", "@1:1@2:199", 0, "Count (1 to 199)"},
-    {"0030.0,", "", 30, "Date"},
-    {"1103.2,", "@1:0@2:999.99", 0, "Value (0 to 999.99)"},
+    {"1101.0,", "@1:1@2:2", 0, "Choice (kept as stored, not shown)"},
+    {"1030.0,", "", 30, "Checked by"},
+    {"1103.0,", "@1:1@2:199", 0, "Count (kept as stored, not shown)"},
+    {"0030.0,", "", 30, "Date saved"},
+    {"1103.2,", "@1:0@2:999.99", 0, "Value (kept as stored, not shown)"},
 }};
 
 std::string upperAscii(std::string text) {
@@ -91,6 +95,11 @@ std::array<std::string*, 17> textFields(shell::ProjectRecord& r) {
             &r.shortTexts[0], &r.shortTexts[1], &r.texts9to11[0], &r.texts9to11[1],
             &r.texts9to11[2], &r.codes[0],      &r.codes[1],      &r.workFolder,
             &r.text12};
+}
+
+bool isHiddenRow(int row) {
+    return std::find(Projdata::kHiddenRows.begin(), Projdata::kHiddenRows.end(), row) !=
+           Projdata::kHiddenRows.end();
 }
 
 /// Grid row of each entry of textFields().
@@ -157,10 +166,14 @@ void Projdata::readPrompts() {
             m_grid->setCellText(row, 0, texts.at(row));
         }
     }
-    // All 21 fields at once: the form is short enough not to need a scroll bar.
+    // Every shown field at once: the form is short enough not to need a scroll bar.
     QTableView* view = m_grid->view();
+    for (const int row : kHiddenRows) {
+        view->setRowHidden(row, true);
+    }
+    const int shownRows = kFieldCount - static_cast<int>(kHiddenRows.size());
     view->horizontalHeader()->setStretchLastSection(true);
-    m_grid->setMinimumHeight(view->verticalHeader()->defaultSectionSize() * kFieldCount +
+    m_grid->setMinimumHeight(view->verticalHeader()->defaultSectionSize() * shownRows +
                              view->horizontalHeader()->sizeHint().height() +
                              2 * view->frameWidth());
 
@@ -221,9 +234,10 @@ bool Projdata::save() {
     const auto& language = m_shell.language();
     ui::InputGridModel* model = m_grid->model();
 
-    // Every row is checked before anything is written: one refused field saves nothing.
+    // Every shown row is checked before anything is written: one refused field saves
+    // nothing. A hidden row is not the user's to mend, and its field is not taken from it.
     for (int row = 0; row < kFieldCount; ++row) {
-        if (model->accessAt(row, 0) == 0) {
+        if (model->accessAt(row, 0) == 0 || isHiddenRow(row)) {
             continue;
         }
         const QString text = m_grid->cellText(row, 0);
@@ -244,16 +258,14 @@ bool Projdata::save() {
         }
     }
 
-    // Fields the form does not show (codes, values, output settings) keep what they held.
+    // Fields the form does not show (the hidden rows, the project values, the output
+    // settings) keep what they held.
     shell::ProjectRecord record = m_shell.project;
     const auto texts = textFields(record);
     for (std::size_t i = 0; i < texts.size(); ++i) {
         *texts[i] = ui::fromQString(m_grid->cellText(kTextRows[i], 0), language);
     }
     record.workFolder = upperAscii(trimmedBlanks(record.workFolder));
-    record.choice = static_cast<std::int16_t>(std::lround(m_grid->cellNumber(kChoiceRow, 0)));
-    record.count = static_cast<std::int16_t>(std::lround(m_grid->cellNumber(kCountRow, 0)));
-    record.value = static_cast<float>(m_grid->cellNumber(kValueRow, 0));
     record.dateText = ui::fromQString(dateStamp(QDate::currentDate()), language);
     if (record.sheetName.empty()) {
         record.sheetName = std::string(shell::kDefaultSheetName);

@@ -1,10 +1,11 @@
-// Projdata: the project-data form, the 21 general fields of the current project's GEN.CST
-// (titles, texts, codes, work folder, a choice, a count, the date and a value) in one grid.
+// Projdata: the project-data form, the general fields of the current project's GEN.CST (title
+// lines, the job's numbers and notes, work folder, the date of the last save) in one grid.
 #pragma once
 
 #include <QDate>
 #include <QMessageBox>
 #include <QWidget>
+#include <array>
 #include <functional>
 
 #include "shell/prompts.h"
@@ -28,6 +29,9 @@ public:
     static constexpr int kCountRow = 18;
     static constexpr int kDateRow = 19;
     static constexpr int kValueRow = 20;
+    /// Rows of the fields that nothing reads (the choice, the count, the value): hidden, never
+    /// checked, and saved as the file held them.
+    static constexpr std::array<int, 3> kHiddenRows = {kChoiceRow, kCountRow, kValueRow};
 
     /// Edits the current project of `shell` (which must have one and outlive the form).
     explicit Projdata(shell::ShellState& shell, QWidget* parent = nullptr);

@@ -94,6 +94,8 @@ TEST_F(SteelFormsTest, SteelUpdAddsChangesAndDeletesAnItemByItsKey) {
     ASSERT_EQ(form->itemsList()->count(), 1);
     EXPECT_EQ(form->itemKey(0).toStdString(), key);
     EXPECT_TRUE(form->itemsList()->item(0)->text().contains("Top bars"));
+    // The bar kind reads as its button's caption, not as its code.
+    EXPECT_TRUE(form->itemsList()->item(0)->text().contains(form->barKindOption(1)->text()));
     ASSERT_EQ(saved.count(), 1);
     EXPECT_EQ(saved.at(0).at(0).toString(), "Item 03.000.001.0001.000 was added.");
 
@@ -181,26 +183,27 @@ TEST_F(SteelFormsTest, DeleteAllTakesOnlyTheElementOfTheChosenKind) {
 TEST_F(SteelFormsTest, SteelQntSortsElementsOntoTabsAndTicksAll) {
     {
         bars::IronDatabase db = bars::OpenIronDatabase(project());
-        addItem(db, bars::ElementKind::Extra, "B1", 1, 1, 2, 12, 100, "");
-        addItem(db, bars::ElementKind::None, "B2", 2, 1, 2, 12, 100, "");
-        addItem(db, bars::ElementKind::Slab, "S1", 1, 1, 2, 10, 100, "");
+        addItem(db, bars::ElementKind::Extra, "Stair 1", 1, 1, 2, 12, 100, "");
+        addItem(db, bars::ElementKind::None, "Wall 2", 2, 1, 2, 12, 100, "");
+        // A designed beam is stored as a floor item, as a hand-entered slab is.
+        addItem(db, bars::ElementKind::Slab, "B1", 1, 1, 2, 10, 100, "");
         addItem(db, bars::ElementKind::Footing, "F1", 1, 1, 2, 14, 100, "");
     }
     auto form = open<SteelQnt>();
     using L = SteelQnt::ElementList;
-    EXPECT_EQ(form->list(L::Structures)->count(), 2);
-    EXPECT_EQ(form->list(L::Slabs)->count(), 1);
+    EXPECT_EQ(form->list(L::ExtraItems)->count(), 2);
+    EXPECT_EQ(form->list(L::Floors)->count(), 1);
     EXPECT_EQ(form->list(L::FootingGroups)->count(), 1);
     EXPECT_EQ(form->list(L::ColumnGroups)->count(), 0);
     EXPECT_FALSE(form->tabs()->isTabEnabled(static_cast<int>(L::ColumnGroups)));
 
-    form->allBox(L::Structures)->click();
-    EXPECT_EQ(form->chosenElements(), (std::vector<std::string>{"B1", "B2"}));
+    form->allBox(L::ExtraItems)->click();
+    EXPECT_EQ(form->chosenElements(), (std::vector<std::string>{"Stair 1", "Wall 2"}));
     EXPECT_FALSE(form->allItemsBox()->isChecked());
     // Ticking the rest by hand ticks "all" of that list and then "all elements".
-    form->list(L::Slabs)->item(0)->setCheckState(Qt::Checked);
+    form->list(L::Floors)->item(0)->setCheckState(Qt::Checked);
     form->list(L::FootingGroups)->item(0)->setCheckState(Qt::Checked);
-    EXPECT_TRUE(form->allBox(L::Slabs)->isChecked());
+    EXPECT_TRUE(form->allBox(L::Floors)->isChecked());
     EXPECT_TRUE(form->allItemsBox()->isChecked());
     form->allItemsBox()->click();
     EXPECT_TRUE(form->chosenElements().empty());

@@ -1,8 +1,10 @@
 // The project-data form: what Save writes into GEN.CST (fields, date stamp, the fields the form
-// does not show), the values it refuses, and the question on leaving with changes.
+// does not show or hides), the values it refuses, its labels, and the question on leaving.
 #include "shell/forms/projdata_form.h"
 
 #include <QCoreApplication>
+#include <QRegularExpression>
+#include <QTableView>
 #include <ctime>
 
 #include "shell/project_record.h"
@@ -40,35 +42,44 @@ protected:
     QStringList m_messages;
 };
 
-TEST_F(ProjdataTest, SaveWritesTheFieldsAndStampsToday) {
-    const shell::ProjectRecord before = shell::readProjectRecord(m_shell.projectPath());
-    ASSERT_TRUE(before.valid);
+TEST_F(ProjdataTest, SaveWritesTheFieldsAndStampsTodayAndKeepsTheHiddenOnes) {
+    // The choice, the count and the value are read by nothing: hidden, and kept as the file
+    // holds them, even a count of 0 that the field's range 1 to 199 would refuse.
+    shell::ProjectRecord stored = shell::readProjectRecord(m_shell.projectPath());
+    ASSERT_TRUE(stored.valid);
+    stored.choice = 2;
+    stored.count = 0;
+    stored.value = 12.5f; // exact in a single
+    shell::writeProjectRecord(m_shell.projectPath(), stored);
+    m_shell.project = shell::readProjectRecord(m_shell.projectPath());
+    m_form = std::make_unique<Projdata>(m_shell);
+    m_form->setMessageHook([this](const QString& m) { m_messages << m; });
+    for (const int row : Projdata::kHiddenRows) {
+        EXPECT_TRUE(m_form->grid()->view()->isRowHidden(row)) << row;
+    }
 
     ASSERT_TRUE(type(0, "Harbour tower"));
     ASSERT_TRUE(type(9, "Rev. B"));
     ASSERT_TRUE(type(Projdata::kWorkFolderRow, "  work/tower "));
-    ASSERT_TRUE(type(Projdata::kChoiceRow, "2"));
-    ASSERT_TRUE(type(Projdata::kCountRow, "12"));
-    ASSERT_TRUE(type(Projdata::kValueRow, "12.5"));
     EXPECT_TRUE(m_form->isChanged());
-    ASSERT_TRUE(m_form->save());
+    ASSERT_TRUE(m_form->save()) << m_messages.join('\n').toStdString();
     EXPECT_FALSE(m_form->isChanged());
 
     const shell::ProjectRecord after = shell::readProjectRecord(m_shell.projectPath());
     EXPECT_EQ(after.titleLines[0], "Harbour tower");
-    EXPECT_EQ(after.titleLines[1], before.titleLines[1]);
+    EXPECT_EQ(after.titleLines[1], stored.titleLines[1]);
     EXPECT_EQ(after.shortTexts[1], "Rev. B");
     // The work folder is kept trimmed and upper-cased.
     EXPECT_EQ(after.workFolder, "WORK/TOWER");
-    EXPECT_EQ(after.choice, 2);
-    EXPECT_EQ(after.count, 12);
-    EXPECT_FLOAT_EQ(after.value, 12.5f); // 12.5 is exact in a single
     EXPECT_EQ(after.dateText, today());
     // Fields the form does not show are kept as they were.
-    EXPECT_EQ(after.projectCode, before.projectCode);
-    EXPECT_EQ(after.unitsText, before.unitsText);
-    EXPECT_EQ(after.values, before.values);
-    EXPECT_EQ(after.sheetName, before.sheetName);
+    EXPECT_EQ(after.choice, 2);
+    EXPECT_EQ(after.count, 0);
+    EXPECT_EQ(after.value, 12.5f);
+    EXPECT_EQ(after.projectCode, stored.projectCode);
+    EXPECT_EQ(after.unitsText, stored.unitsText);
+    EXPECT_EQ(after.values, stored.values);
+    EXPECT_EQ(after.sheetName, stored.sheetName);
     // The shell and the form show what was saved.
     EXPECT_EQ(m_shell.project.dateText, today());
     EXPECT_EQ(m_shell.workFolder, "WORK/TOWER");
@@ -78,35 +89,39 @@ TEST_F(ProjdataTest, SaveWritesTheFieldsAndStampsToday) {
 
 TEST_F(ProjdataTest, RefusedValuesSaveNothing) {
     const std::string bytes = test::readBytes(genCst());
-
-    // Typed: the count keeps its value and the user reads the range.
-    const QString count = m_form->grid()->cellText(Projdata::kCountRow, 0);
-    EXPECT_FALSE(type(Projdata::kCountRow, "200"));
-    EXPECT_EQ(m_form->grid()->cellText(Projdata::kCountRow, 0), count);
-    ASSERT_EQ(m_messages.size(), 1);
-    EXPECT_TRUE(m_messages[0].contains("200") && m_messages[0].contains("199"))
-        << m_messages[0].toStdString();
-    EXPECT_FALSE(type(Projdata::kChoiceRow, "3"));
-    EXPECT_FALSE(type(Projdata::kValueRow, "1000"));
     // The date is stamped, never typed.
     EXPECT_FALSE(type(Projdata::kDateRow, "01-01-2000"));
 
-    // Reached the cells some other way: Save checks every field again and writes nothing.
-    const std::vector<std::pair<int, QString>> refused = {
-        {Projdata::kCountRow, "200"},
-        {Projdata::kCountRow, "0"},
-        {Projdata::kValueRow, "-0.5"},
-        {9, "eleven chrs"}, // short text 2 holds 10 characters
-    };
-    for (const auto& [row, text] : refused) {
-        const QString old = m_form->grid()->cellText(row, 0);
-        m_form->grid()->setCellText(row, 0, text);
-        m_messages.clear();
-        EXPECT_FALSE(m_form->save()) << text.toStdString();
-        EXPECT_EQ(m_messages.size(), 1) << text.toStdString();
-        m_form->grid()->setCellText(row, 0, old);
-    }
+    // Reached the cell some other way: Save checks every shown field again and writes nothing.
+    m_form->grid()->setCellText(9, 0, "eleven chrs"); // the revision holds 10 characters
+    m_messages.clear();
+    EXPECT_FALSE(m_form->save());
+    ASSERT_EQ(m_messages.size(), 1);
+    EXPECT_TRUE(m_messages[0].contains("10")) << m_messages[0].toStdString();
     EXPECT_EQ(test::readBytes(genCst()), bytes);
+}
+
+TEST_F(ProjdataTest, ShownRowsAreNamedByTheirUseInBothLanguages) {
+    // The record's own names ("Short text 1", "Text 9", "Choice (1 or 2)" ...) and their
+    // Hebrew counterparts tell the engineer nothing about what to enter.
+    const QRegularExpression placeholder(QString::fromUtf8(
+        "Short text|Text \\d|Code \\d|Choice|Count|Value|טקסט|קוד \\d|בחירה|ערך"));
+    for (const char* language : {"English", "Hebrew"}) {
+        m_shell.software.language = language;
+        m_form->readPrompts();
+        int shown = 0;
+        for (int row = 0; row < Projdata::kFieldCount; ++row) {
+            if (m_form->grid()->view()->isRowHidden(row)) {
+                continue;
+            }
+            ++shown;
+            const QString label =
+                m_form->grid()->model()->headerData(row, Qt::Vertical, Qt::DisplayRole).toString();
+            EXPECT_FALSE(label.isEmpty() || label.contains(placeholder))
+                << language << " row " << row << ": " << label.toStdString();
+        }
+        EXPECT_EQ(shown, Projdata::kFieldCount - 3) << language;
+    }
 }
 
 TEST_F(ProjdataTest, LeavingWithChangesAsks) {
