@@ -763,7 +763,6 @@ bool BmDesign::store(const BeamRecord& changed, const QString& done, bool undoab
                 m_undo.pop_front();
             }
         }
-        jobs::markBeamChanged(project, m_choice->floor(), back.number);
         m_beam = back;
         m_choice->replaceBeam(back);
     } catch (const InputError& e) {
@@ -776,6 +775,13 @@ bool BmDesign::store(const BeamRecord& changed, const QString& done, bool undoab
     }
     m_drawing->setBeam(*m_beam);
     showSelection();
+    try {
+        jobs::markBeamChanged(project, m_choice->floor(), m_beam->number);
+    } catch (const FileError& e) {
+        // The beam is stored; only its state in the steel store (busy with a design run,
+        // say) could not be marked. The next design records it anew.
+        ui::tellUser(this, m_messageHook, QString::fromUtf8(e.what()));
+    }
     emit saved(done);
     return true;
 }
