@@ -346,8 +346,13 @@ bool Bmseting::save() {
                 if (b.number == m_beamNumber) {
                     b.settings = settings;
                     storeBeam(m_shell.projectPath(), m_beamFloor, b);
-                    jobs::markBeamChanged(m_shell.projectPath(), m_beamFloor, m_beamNumber);
                     found = true;
+                    try {
+                        jobs::markBeamChanged(m_shell.projectPath(), m_beamFloor, m_beamNumber);
+                    } catch (const FileError& e) {
+                        // Stored; only the state in a busy steel store could not be marked.
+                        ui::tellUser(this, m_messageHook, QString::fromUtf8(e.what()));
+                    }
                 }
             }
             if (!found) {
