@@ -1,5 +1,6 @@
 // orvak-cli: the command-line front end of Orvak for scripting and checks without the GUI.
 // Every failure ends with one plain sentence on standard error and exit code 1.
+#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <iostream>
@@ -8,6 +9,9 @@
 #include "core/error.h"
 
 int main(int argc, char** argv) {
+    // A reader that stops early (`orvak-cli design p | head`) must not kill a design run half
+    // way: with SIGPIPE ignored the run goes on to its end and only the printing fails.
+    std::signal(SIGPIPE, SIG_IGN);
     CLI::App app{"Orvak: reinforced-concrete element design to the ACI code (metric units).",
                  "orvak-cli"};
     app.set_version_flag("--version", std::string("orvak-cli ") + ORVAK_VERSION);
