@@ -68,6 +68,21 @@ const BeamRecord* BeamChoice::beam() const {
                : &m_records[static_cast<std::size_t>(at)];
 }
 
+bool BeamChoice::choose(int floor, int beamNumber) {
+    const int floorAt = m_floors->findData(floor);
+    if (floorAt < 0) {
+        return false;
+    }
+    m_floors->setCurrentIndex(floorAt);
+    for (std::size_t k = 0; k < m_records.size(); ++k) {
+        if (m_records[k].number == beamNumber) {
+            m_beams->setCurrentIndex(static_cast<int>(k));
+            return true;
+        }
+    }
+    return false;
+}
+
 void BeamChoice::replaceBeam(const BeamRecord& record) {
     const int at = m_beams->currentIndex();
     if (at >= 0 && static_cast<std::size_t>(at) < m_records.size()) {

@@ -30,6 +30,9 @@ public:
     int floor() const;
     /// The beam chosen; nullptr when none.
     const BeamRecord* beam() const;
+    /// Chooses floor `floor` and its beam `beamNumber`; false (the choice as it was) when the
+    /// project has no such floor or beam.
+    bool choose(int floor, int beamNumber);
     /// Replaces the chosen beam's record as read (after the form stored a change).
     void replaceBeam(const BeamRecord& record);
 

@@ -115,6 +115,10 @@ QComboBox* LDefCalc::beamCombo() const {
     return m_choice->beams();
 }
 
+bool LDefCalc::chooseBeam(int floor, int beamNumber) {
+    return m_choice->choose(floor, beamNumber);
+}
+
 QString LDefCalc::prompt(std::size_t n, std::string_view english) const {
     return ui::formPrompt(m_prompts, n, english, m_shell.language());
 }
