@@ -484,6 +484,7 @@ void BmAnalysis::showDeflections() {
         }
     }
     m_deflectionTable->resizeColumnsToContents();
+    m_deflectionTable->resizeRowsToContents();
 }
 
 bool BmAnalysis::nextCase() {
@@ -550,6 +551,7 @@ bool BmAnalysis::designThisCase() {
         }
     }
     m_caseDesign->resizeColumnsToContents();
+    m_caseDesign->resizeRowsToContents();
     m_tabs->setCurrentIndex(2);
     QString text = prompt(kPreview, "Case %1 designed alone: a preview, nothing was written. The "
                                     "listings take the envelope of all the cases (Finish all "

@@ -278,6 +278,7 @@ void sheardsn::showDesign() {
         }
     }
     m_points->resizeColumnsToContents();
+    m_points->resizeRowsToContents();
 
     std::vector<bool> supported;
     for (const StoredSupport& s : m_record->supports) {

@@ -51,11 +51,11 @@ QString StirrupDrawing::lengthText(const StirrupZone& zone) {
 }
 
 QSize StirrupDrawing::sizeHint() const {
-    return {760, 190};
+    return {760, 170};
 }
 
 QSize StirrupDrawing::minimumSizeHint() const {
-    return {320, 170};
+    return {320, 150};
 }
 
 void StirrupDrawing::paintEvent(QPaintEvent* /*event*/) {
