@@ -636,6 +636,26 @@ BeamAnalysisResult analyzeBeam(const BeamAnalysisInput& input) {
     return analyze(input, true, kAllServiceStates, {});
 }
 
+BeamAnalysisResult caseAnalysis(const BeamAnalysisResult& all, std::size_t caseIndex) {
+    ORVAK_ASSERT(all.ok() && caseIndex < all.cases.size());
+    BeamAnalysisResult one;
+    one.freeDofCount = all.freeDofCount;
+    one.service = all.service;
+    one.spanCurves = all.spanCurves;
+    one.cases.push_back(all.cases[caseIndex]);
+    const CaseResult& c = one.cases.front();
+    buildEnvelope(one.cases, static_cast<int>(c.spans.size()), one.envelope);
+    Envelope& e = one.envelope;
+    e.stationMomentMaxKgCm.reserve(c.stations.size());
+    for (const Station& s : c.stations) {
+        e.stationMomentMaxKgCm.push_back(s.momentKgCm);
+        e.stationShearMaxKg.push_back(s.shearKg);
+    }
+    e.stationMomentMinKgCm = e.stationMomentMaxKgCm;
+    e.stationShearMinKg = e.stationShearMaxKg;
+    return one;
+}
+
 BeamAnalysisResult analyzeServiceLoads(const BeamAnalysisInput& input, unsigned states,
                                        std::shared_ptr<const SpanCurves> curves) {
     return analyze(input, false, states & kAllServiceStates, std::move(curves));

@@ -161,6 +161,12 @@ std::string validateBeamInput(const BeamAnalysisInput& input);
 /// or an unstable beam the result holds the status and message and no numbers.
 BeamAnalysisResult analyzeBeam(const BeamAnalysisInput& input);
 
+/// The analysis of one of its cases alone, as if the scheme held no other: `cases` holds that
+/// case, the envelope is its own values (at every station the largest and the smallest are
+/// the case's), the service states and the span curves are those of `all`. A design made from
+/// it shows what the case asks for by itself. Precondition: all.ok(), caseIndex < cases.size().
+BeamAnalysisResult caseAnalysis(const BeamAnalysisResult& all, std::size_t caseIndex);
+
 /// Service states of analyzeServiceLoads, to be or-ed together.
 inline constexpr unsigned kDeadState = 1u;
 inline constexpr unsigned kLiveState = 2u;

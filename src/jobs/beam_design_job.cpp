@@ -137,11 +137,10 @@ JobResult designBeams(const std::filesystem::path& project,
 
 ElementReport designStoredBeam(const std::filesystem::path& project,
                                const std::filesystem::path& generalFolder, int floor,
-                               int beamNumber, int scheme) {
-    const std::vector<beams::BeamRecord> one =
-        chooseBeams(project, {floor, beamNumber}, core::CodePage::Windows1252);
+                               int beamNumber, int scheme, core::CodePage page) {
+    const std::vector<beams::BeamRecord> one = chooseBeams(project, {floor, beamNumber}, page);
     const bars::BarPropertyTable table = beams::designBarTable(generalFolder);
-    return designBeams(project, one, table.rows, scheme).elements.front();
+    return designBeams(project, one, table.rows, scheme, {}, page).elements.front();
 }
 
 } // namespace orvak::jobs

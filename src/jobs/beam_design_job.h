@@ -38,10 +38,12 @@ JobResult designBeams(const std::filesystem::path& projectFolder,
                       core::CodePage page = core::CodePage::Windows1252);
 
 /// Designs beam `beamNumber` of floor `floor` alone (chooseBeams, then designBeams), with the
-/// bar table of the GENERAL folder. Throws InputError as chooseBeams does.
+/// bar table of the GENERAL folder, its texts in `page` (the code page of the user's
+/// language, as a run of the floor writes them). Throws InputError as chooseBeams does.
 ElementReport designStoredBeam(const std::filesystem::path& projectFolder,
                                const std::filesystem::path& generalFolder, int floor,
-                               int beamNumber, int scheme);
+                               int beamNumber, int scheme,
+                               core::CodePage page = core::CodePage::Windows1252);
 
 /// What a beam's last design says once the beam was edited: it no longer stands. A beam
 /// with a recorded state gets "not designed" with this reason and the time; its steel items

@@ -23,6 +23,8 @@
 
 #include "beams/beam_edit.h"
 #include "beams/forms/beam_choice.h"
+#include "beams/forms/beam_form_links.h"
+#include "beams/forms/bmanalysis_form.h"
 #include "beams/forms/bmriprpt_form.h"
 #include "beams/forms/bmseting_form.h"
 #include "core/error.h"
@@ -1132,6 +1134,12 @@ void BmDesign::openAnalysis() {
     if (!m_beam) {
         return;
     }
+    // One analysis window per beam: an open one comes forward, reading the beam again.
+    if (raiseOpenForm<BmAnalysis>(m_choice->floor(), m_beam->number) != nullptr) {
+        return;
+    }
+    auto* analysis = new BmAnalysis(m_shell, m_choice->floor(), m_beam->number);
+    ui::showBeside(this, analysis, analysis->sizeHint());
 }
 
 void BmDesign::openListings() {

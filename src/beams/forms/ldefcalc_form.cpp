@@ -21,6 +21,7 @@
 #include "beams/forms/beam_choice.h"
 #include "beams/load_cases.h"
 #include "beams/long_term_deflection.h"
+#include "core/codepage.h"
 #include "core/error.h"
 #include "jobs/beam_design_job.h"
 #include "ui/general_prompts.h"
@@ -116,6 +117,10 @@ QComboBox* LDefCalc::beamCombo() const {
     return m_choice->beams();
 }
 
+bool LDefCalc::chooseBeam(int floor, int beamNumber) {
+    return m_choice->chooseBeam(floor, beamNumber);
+}
+
 QString LDefCalc::prompt(std::size_t n, std::string_view english) const {
     return ui::formPrompt(m_prompts, n, english, m_shell.language());
 }
@@ -189,7 +194,8 @@ bool LDefCalc::calculate() {
         const int scheme = record.caseScheme >= 1 && record.caseScheme <= 3 ? record.caseScheme
                                                                             : kDefaultCaseScheme;
         const jobs::ElementReport report =
-            jobs::designStoredBeam(project, m_shell.generalFolder(), floor, record.number, scheme);
+            jobs::designStoredBeam(project, m_shell.generalFolder(), floor, record.number, scheme,
+                                   core::codePageForLanguage(m_shell.language()));
         if (report.status == jobs::ElementStatus::NotDesigned) {
             ui::tellUser(
                 this, m_messageHook,

@@ -41,6 +41,9 @@ public:
     /// "L/" and the divisor, with the time factor, after a calculation.
     QString allowedText() const;
 
+    /// Chooses the beam (e.g. the one the shear form shows); false when there is none such.
+    bool chooseBeam(int floor, int beamNumber);
+
     /// Stores the three values in the chosen beam, designs it through the job runner and
     /// shows its members. False, after telling why, when a value is refused (nothing is
     /// written then) or the beam cannot be designed.
