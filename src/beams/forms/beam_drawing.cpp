@@ -201,6 +201,7 @@ void BeamDrawing::mousePressEvent(QMouseEvent* event) {
 void BeamDrawing::wheelEvent(QWheelEvent* event) {
     if (event->modifiers() & Qt::ControlModifier) {
         setZoom(m_zoom * (event->angleDelta().y() > 0 ? 1.25 : 0.8));
+        emit zoomedByUser();
         event->accept();
         return;
     }

@@ -43,6 +43,8 @@ public:
 signals:
     /// A click chose a part (in the part kind the form is set to, or the one under it).
     void clicked(QPointF at);
+    /// The engineer zoomed with the wheel.
+    void zoomedByUser();
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -4,6 +4,7 @@
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QEvent>
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -271,6 +272,7 @@ BmDesign::BmDesign(shell::ShellState& shell, QWidget* parent)
     connect(m_choice, &BeamChoice::beamChanged, this, [this] {
         m_undo.clear();
         m_selected = 0;
+        m_fitted = true;
         showBeam();
         fitDrawing();
     });
@@ -280,8 +282,16 @@ BmDesign::BmDesign(shell::ShellState& shell, QWidget* parent)
     connect(m_loadk, &QRadioButton::toggled, this, [this](bool on) { if (on) setMode(Mode::Load); });
     connect(m_moveLeft, &QPushButton::clicked, this, [this] { select(m_selected - 1); });
     connect(m_moveRight, &QPushButton::clicked, this, [this] { select(m_selected + 1); });
-    connect(m_zoomIn, &QPushButton::clicked, this, [this] { m_drawing->setZoom(m_drawing->zoom() * 1.25); });
-    connect(m_zoomOut, &QPushButton::clicked, this, [this] { m_drawing->setZoom(m_drawing->zoom() * 0.8); });
+    connect(m_zoomIn, &QPushButton::clicked, this, [this] {
+        m_fitted = false;
+        m_drawing->setZoom(m_drawing->zoom() * 1.25);
+    });
+    connect(m_zoomOut, &QPushButton::clicked, this, [this] {
+        m_fitted = false;
+        m_drawing->setZoom(m_drawing->zoom() * 0.8);
+    });
+    connect(m_drawing, &BeamDrawing::zoomedByUser, this, [this] { m_fitted = false; });
+    m_scroll->viewport()->installEventFilter(this);
     connect(m_new, &QPushButton::clicked, this, [this] { newBeam(); });
     connect(m_copy, &QPushButton::clicked, this, [this] { copyBeam(); });
     connect(m_delete, &QPushButton::clicked, this, [this] { deleteBeam(); });
@@ -303,8 +313,15 @@ void BmDesign::showEvent(QShowEvent* event) {
     fitDrawing();
 }
 
+bool BmDesign::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_scroll->viewport() && event->type() == QEvent::Resize && m_fitted) {
+        fitDrawing();
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
 void BmDesign::fitDrawing() {
-    if (m_beam && isVisible()) {
+    if (m_beam && isVisible() && m_fitted) {
         // A little less than the view, so that no scroll bar is needed for the whole beam.
         m_drawing->fitWidth(m_scroll->viewport()->width() - 4);
     }
@@ -757,6 +774,7 @@ bool BmDesign::store(const BeamRecord& changed, const QString& done, bool undoab
         return false;
     }
     const std::filesystem::path project = m_shell.projectPath();
+    const std::size_t spansBefore = m_beam->spans.size();
     try {
         const BeamRecord back = storeBeam(project, m_choice->floor(), changed);
         if (undoable) {
@@ -776,6 +794,10 @@ bool BmDesign::store(const BeamRecord& changed, const QString& done, bool undoab
         return false;
     }
     m_drawing->setBeam(*m_beam);
+    // A beam that grew or shrank is seen whole again.
+    if (m_beam->spans.size() != spansBefore) {
+        fitDrawing();
+    }
     showSelection();
     try {
         jobs::markBeamChanged(project, m_choice->floor(), m_beam->number);

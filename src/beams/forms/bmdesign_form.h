@@ -88,6 +88,7 @@ signals:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void fitDrawing();
@@ -116,6 +117,7 @@ private:
     std::deque<BeamRecord> m_undo;
     Mode m_mode = Mode::Span;
     int m_selected = 0;
+    bool m_fitted = true; ///< the drawing follows the view's width until the engineer zooms
 
     BeamDrawing* m_drawing;
     QScrollArea* m_scroll;
