@@ -1035,12 +1035,8 @@ bool BmDesign::undo() {
     return true;
 }
 
-bool BmDesign::newBeam() {
+bool BmDesign::addBeam(const std::function<BeamRecord(int number)>& make) {
     const int floor = m_choice->floor();
-    if (floor <= 0) {
-        ui::tellUser(this, m_messageHook, prompt(kNoFloor.prompt, kNoFloor.english));
-        return false;
-    }
     const std::filesystem::path project = m_shell.projectPath();
     try {
         const int number = freeBeamNumber(project, floor);
@@ -1048,17 +1044,7 @@ bool BmDesign::newBeam() {
             ui::tellUser(this, m_messageHook, prompt(kFloorFull.prompt, kFloorFull.english));
             return false;
         }
-        const std::vector<BeamRecord> existing = readBeamFile(project, floor);
-        BeamSettings defaults = defaultBeamSettings();
-        try {
-            defaults = readBeamSettingsFile(m_shell.generalFolder());
-        } catch (const FileError& e) {
-            // A damaged defaults file is named; the beam takes the built-in settings.
-            ui::tellUser(this, m_messageHook, QString::fromUtf8(e.what()));
-        }
-        const BeamRecord fresh = beams::newBeam(floor, number, defaults,
-                                                existing.empty() ? nullptr : &existing.back());
-        storeBeam(project, floor, fresh);
+        storeBeam(project, floor, make(number));
         m_choice->reloadBeams(number);
         emit saved(prompt(kAdded.prompt, kAdded.english).arg(number));
         return true;
@@ -1071,34 +1057,38 @@ bool BmDesign::newBeam() {
     return false;
 }
 
+bool BmDesign::newBeam() {
+    const int floor = m_choice->floor();
+    if (floor <= 0) {
+        ui::tellUser(this, m_messageHook, prompt(kNoFloor.prompt, kNoFloor.english));
+        return false;
+    }
+    return addBeam([this, floor](int number) {
+        const std::vector<BeamRecord> existing = readBeamFile(m_shell.projectPath(), floor);
+        BeamSettings defaults = defaultBeamSettings();
+        try {
+            defaults = readBeamSettingsFile(m_shell.generalFolder());
+        } catch (const FileError& e) {
+            // A damaged defaults file is named; the beam takes the built-in settings.
+            ui::tellUser(this, m_messageHook, QString::fromUtf8(e.what()));
+        }
+        return beams::newBeam(floor, number, defaults,
+                              existing.empty() ? nullptr : &existing.back());
+    });
+}
+
 bool BmDesign::copyBeam() {
     if (!m_beam) {
         return false;
     }
-    const int floor = m_choice->floor();
-    const std::filesystem::path project = m_shell.projectPath();
-    try {
-        const int number = freeBeamNumber(project, floor);
-        if (number == 0) {
-            ui::tellUser(this, m_messageHook, prompt(kFloorFull.prompt, kFloorFull.english));
-            return false;
-        }
+    return addBeam([this](int number) {
         BeamRecord copy = *m_beam;
         copy.number = static_cast<std::int16_t>(number);
         // The copy's name says whose copy it is; the engineer renames it in Name.
         const std::string suffix = "-" + std::to_string(number);
         copy.name = copy.name.substr(0, 20 - suffix.size()) + suffix;
-        storeBeam(project, floor, copy);
-        m_choice->reloadBeams(number);
-        emit saved(prompt(kAdded.prompt, kAdded.english).arg(number));
-        return true;
-    } catch (const InputError& e) {
-        ui::tellUser(this, m_messageHook,
-                     prompt(kRefused.prompt, kRefused.english).arg(QString::fromUtf8(e.what())));
-    } catch (const FileError& e) {
-        ui::tellUser(this, m_messageHook, QString::fromUtf8(e.what()));
-    }
-    return false;
+        return copy;
+    });
 }
 
 bool BmDesign::deleteBeam() {

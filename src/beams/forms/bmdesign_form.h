@@ -10,6 +10,7 @@
 #include <QWidget>
 #include <array>
 #include <deque>
+#include <functional>
 #include <optional>
 
 #include "beams/beam_record.h"
@@ -106,6 +107,8 @@ private:
                                     double maximum);
     /// Stores `changed` as the open beam (undo keeps the beam as it was); false when refused.
     bool store(const BeamRecord& changed, const QString& done, bool undoable = true);
+    /// Stores the beam `make` gives for the floor's first free number and opens it.
+    bool addBeam(const std::function<BeamRecord(int number)>& make);
     void openSettings();
     void openAnalysis();
     void openListings();
