@@ -34,8 +34,14 @@ inline constexpr std::size_t kDescriptionWidth = 25;
 inline constexpr int kIronDatabaseBusyMs = 2000;
 
 /// The kind of element an item belongs to, kept in the GENERAL field (its group marker).
-/// 0 is an item whose writer gave no kind.
-enum class ElementKind : std::int16_t { None = 0, Slab = 1, Footing = 2, Extra = 3 };
+/// 0 is an item whose writer gave no kind. A column group's items carry ColumnGroup.
+enum class ElementKind : std::int16_t {
+    None = 0,
+    Slab = 1,
+    Footing = 2,
+    Extra = 3,
+    ColumnGroup = 4,
+};
 
 /// The item key: "00.000.000.0000.000" with the five numbers written into characters 1-2,
 /// 4-6, 8-10, 12-15 and 17-19. Each number's decimal text (a minus sign kept) is prefixed

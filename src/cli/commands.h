@@ -21,5 +21,6 @@ void addSteelCommands(CLI::App& app, CommandContext& context);
 void addModelCommands(CLI::App& app, CommandContext& context);
 void addBeamCommands(CLI::App& app, CommandContext& context);
 void addDesignCommands(CLI::App& app, CommandContext& context);
+void addColumnCommands(CLI::App& app, CommandContext& context);
 
 } // namespace orvak::cli

@@ -1,5 +1,5 @@
-// orvak-cli design command: designs the beams of a project from their files, writes every
-// listing, records the chosen bars in the steel store and prints one line per beam.
+// orvak-cli design command: designs the beams (or the column groups) of a project from their
+// files, writes every listing and sheet, records the bars in the steel store, one line each.
 #include <algorithm>
 #include <cstdlib>
 #include <iostream>
@@ -17,6 +17,7 @@
 #include "core/file_util.h"
 #include "floors/floors.h"
 #include "jobs/beam_design_job.h"
+#include "jobs/column_design_job.h"
 #include "shell/shell_state.h"
 #include "shell/startup.h"
 
@@ -31,6 +32,8 @@ struct DesignOptions {
     int floor = 0; ///< 0: every floor
     int beam = 0;  ///< 0: every beam
     int scheme = beams::kDefaultCaseScheme;
+    bool columns = false;      ///< the column groups instead of the beams
+    bool footingLevel = false; ///< with columns: the groups of the footing level
 };
 
 std::string statusWord(jobs::ElementStatus status) {
@@ -45,6 +48,39 @@ std::string statusWord(jobs::ElementStatus status) {
     return "";
 }
 
+// The column groups chosen, one line each with the outcome of its design, and the problems
+// of the run together at its end.
+int runColumnDesign(const DesignOptions& o, const fs::path& project, core::CodePage page,
+                    const bars::BarPropertyTable& table) {
+    const std::vector<jobs::ChosenGroup> chosen =
+        jobs::chooseColumnGroups(project, {o.footingLevel, o.floor, {}}, page);
+    jobs::JobObserver observer;
+    observer.finished = [&](std::size_t, std::size_t, const jobs::ElementReport& r) {
+        const std::string where =
+            r.floor == 0 ? std::string("Footing level") : fmt::format("Floor {}", r.floor);
+        std::cout << fmt::format(
+            "{}, group {} {}: {}, {} steel items\n", where, r.number, core::toUtf8(r.name, page),
+            r.outcome.empty() ? statusWord(r.status) : r.outcome, r.steelItems);
+        std::cout.flush();
+    };
+    const jobs::JobResult run =
+        jobs::designColumnGroups(project, chosen, table.rows, observer, page);
+    if (run.failing() > 0) {
+        std::cout << "Problems:\n";
+        for (const jobs::ElementReport& r : run.elements) {
+            for (const auto& line : r.messages) {
+                std::cout << "  " << core::toUtf8(r.name, page) << ": " << line << "\n";
+            }
+            for (const auto& failure : r.failures) {
+                std::cout << "  " << core::toUtf8(r.name, page) << ": " << failure << "\n";
+            }
+        }
+    }
+    std::cout << fmt::format("{} column groups designed, {} with failures.\n", run.elements.size(),
+                             run.failing());
+    return run.failing() > 0 ? 2 : 0;
+}
+
 int runDesign(const DesignOptions& o) {
     const fs::path project = existingProject(o.project, true);
     const core::CodePage page = configuredCodePage();
@@ -53,6 +89,9 @@ int runDesign(const DesignOptions& o) {
     const bars::BarPropertyTable table = beams::designBarTable(general);
     if (table.builtIn) {
         noteBuiltInBarTable();
+    }
+    if (o.columns) {
+        return runColumnDesign(o, project, page, table);
     }
     const std::vector<beams::BeamRecord> chosen =
         jobs::chooseBeams(project, {o.floor, o.beam}, page);
@@ -93,14 +132,16 @@ void addDesignCommands(CLI::App& app, CommandContext& context) {
     auto* design = app.add_subcommand(
         "design",
         "Design the beams of a project: listings (.Analy0 to .Analy3), the report (.rtf) and "
-        "steel items. "
-        "Exit code 2 when a beam fails a check.");
+        "steel items; with --columns the column groups: a sheet (.Analy) and the bars of each. "
+        "Exit code 2 when an element fails a check.");
     design->add_option("project", o->project, "Project folder (a folder ending in .prj)")
         ->required();
-    design->add_option("--floor", o->floor, "Only this floor (default: every floor)")
-        ->check(CLI::Range(1, floors::kMaxFloorNumber));
-    design->add_option("--beam", o->beam, "Only beams of this number (default: every beam)")
-        ->check(CLI::Range(1, 32767));
+    auto* floorOption =
+        design->add_option("--floor", o->floor, "Only this floor (default: every floor)")
+            ->check(CLI::Range(1, floors::kMaxFloorNumber));
+    auto* beamOption =
+        design->add_option("--beam", o->beam, "Only beams of this number (default: every beam)")
+            ->check(CLI::Range(1, 32767));
     design
         ->add_option("--scheme", o->scheme,
                      fmt::format("Load-case scheme {} to {} (default {}: {})",
@@ -108,6 +149,15 @@ void addDesignCommands(CLI::App& app, CommandContext& context) {
                                  beams::kDefaultCaseScheme,
                                  beams::caseSchemeName(beams::kDefaultCaseScheme)))
         ->check(CLI::Range(beams::kMinCaseScheme, beams::kMaxCaseScheme));
+    auto* columns = design->add_flag(
+        "--columns", o->columns,
+        "Design the column groups instead: one sheet (ClGrp_, FtClGrp_) and the bars of each");
+    auto* footing = design
+                        ->add_flag("--footing-level", o->footingLevel,
+                                   "With --columns: the groups of the footing level")
+                        ->needs(columns);
+    footing->excludes(floorOption);
+    columns->excludes(beamOption);
     design->callback([&context, o] { context.action = [o] { return runDesign(*o); }; });
 }
 

@@ -24,6 +24,7 @@ int main(int argc, char** argv) {
     orvak::cli::addModelCommands(app, context);
     orvak::cli::addBeamCommands(app, context);
     orvak::cli::addDesignCommands(app, context);
+    orvak::cli::addColumnCommands(app, context);
 
     try {
         app.parse(argc, argv);

@@ -37,6 +37,16 @@ constexpr float kMaxMomentTm = 999.99f;
 constexpr float kMaxDimCm = 999.9f;
 
 template <class Record, class Encode>
+core::RecordFile recordsImage(const fs::path& path, std::size_t length,
+                              const std::vector<Record>& records, Encode encode) {
+    core::RecordFile file(path, length);
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        file.write(i + 1, encode(records[i]));
+    }
+    return file;
+}
+
+template <class Record, class Encode>
 void writeRecords(const fs::path& path, std::size_t length, const std::vector<Record>& records,
                   Encode encode) {
     if (records.empty()) {
@@ -47,11 +57,7 @@ void writeRecords(const fs::path& path, std::size_t length, const std::vector<Re
         }
         return;
     }
-    core::RecordFile file(path, length);
-    for (std::size_t i = 0; i < records.size(); ++i) {
-        file.write(i + 1, encode(records[i]));
-    }
-    file.save();
+    recordsImage(path, length, records, encode).save();
 }
 
 template <class Record, class Decode>
@@ -236,25 +242,51 @@ std::vector<ColumnGroup> readGroups(const fs::path& project, ColumnLevel level) 
                                     decodeGroup);
 }
 
-void writeColumns(const fs::path& project, ColumnLevel level, const std::vector<Column>& columns) {
+namespace {
+
+void checkColumns(const std::vector<Column>& columns) {
     for (std::size_t i = 0; i < columns.size(); ++i) {
         if (const std::string problem = validateColumn(columns[i]); !problem.empty()) {
             throw InputError(fmt::format("Column {}: {}. Nothing was saved.", i + 1, problem));
         }
     }
+}
+
+void checkGroups(const std::vector<ColumnGroup>& groups) {
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        if (const std::string problem = validateGroup(groups[i]); !problem.empty()) {
+            throw InputError(fmt::format("Group {}: {}. Nothing was saved.", i + 1, problem));
+        }
+    }
+}
+
+} // namespace
+
+void writeColumns(const fs::path& project, ColumnLevel level, const std::vector<Column>& columns) {
+    checkColumns(columns);
     writeRecords(core::resolveNoCase(project, columnsFileName(level)), kColumnRecordLength,
                  columns, encodeColumn);
 }
 
 void writeGroups(const fs::path& project, ColumnLevel level,
                  const std::vector<ColumnGroup>& groups) {
-    for (std::size_t i = 0; i < groups.size(); ++i) {
-        if (const std::string problem = validateGroup(groups[i]); !problem.empty()) {
-            throw InputError(fmt::format("Group {}: {}. Nothing was saved.", i + 1, problem));
-        }
-    }
+    checkGroups(groups);
     writeRecords(core::resolveNoCase(project, groupsFileName(level)), kGroupRecordLength, groups,
                  encodeGroup);
+}
+
+core::RecordFile columnsFileImage(const fs::path& project, ColumnLevel level,
+                                  const std::vector<Column>& columns) {
+    checkColumns(columns);
+    return recordsImage(core::resolveNoCase(project, columnsFileName(level)), kColumnRecordLength,
+                        columns, encodeColumn);
+}
+
+core::RecordFile groupsFileImage(const fs::path& project, ColumnLevel level,
+                                 const std::vector<ColumnGroup>& groups) {
+    checkGroups(groups);
+    return recordsImage(core::resolveNoCase(project, groupsFileName(level)), kGroupRecordLength,
+                        groups, encodeGroup);
 }
 
 int takeFloorToFootingLevel(const fs::path& project, int floor) {

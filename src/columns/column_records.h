@@ -169,6 +169,12 @@ void writeColumns(const std::filesystem::path& projectFolder, ColumnLevel level,
                   const std::vector<Column>& columns);
 void writeGroups(const std::filesystem::path& projectFolder, ColumnLevel level,
                  const std::vector<ColumnGroup>& groups);
+/// The level's file as writeColumns (writeGroups) would write it, nothing written; for an
+/// import that writes several files together. Throws InputError as they do.
+core::RecordFile columnsFileImage(const std::filesystem::path& projectFolder, ColumnLevel level,
+                                  const std::vector<Column>& columns);
+core::RecordFile groupsFileImage(const std::filesystem::path& projectFolder, ColumnLevel level,
+                                 const std::vector<ColumnGroup>& groups);
 
 /// Takes floor `floor`'s columns and groups to the footing level: a non-empty COLUMNS.n+100
 /// is copied over FCOLUMNS.DAT, and a non-empty COLSGRP.n+100 over FCOLSGRP.DAT; a missing

@@ -27,7 +27,10 @@ struct ElementReport {
     int number = 0;
     std::string name; ///< as stored, in the project's code page
     ElementStatus status = ElementStatus::NotDesigned;
-    std::vector<std::string> failures;        ///< the system's sentences; empty when designed
+    std::vector<std::string> failures; ///< the system's sentences; empty when designed
+    /// The element kind's own word for its outcome where the status says too little (a column
+    /// group's "section too small"); empty otherwise.
+    std::string outcome;
     std::vector<std::string> messages;        ///< notes for the engineer (e.g. the depth messages)
     std::vector<std::filesystem::path> files; ///< the sheets put in place
     std::size_t steelItems = 0;               ///< bar items recorded in the steel store

@@ -134,7 +134,11 @@ json exactNumber(float f) {
     return static_cast<float>(d) == f ? d : static_cast<double>(f);
 }
 
-void settingsFromJson(const json& j, const std::string& where, BeamSettings& s) {
+// The numeric settings of a beam or of a column group's copy, by the fields' stored names; the
+// other keys in `extra` are read by the caller.
+template <class Settings>
+void settingsFromJson(const json& j, const std::string& where, Settings& s, std::string_view what,
+                      std::initializer_list<std::string_view> extra = {}) {
     if (!j.is_object()) {
         fail(where, "settings must be a JSON object");
     }
@@ -161,15 +165,18 @@ void settingsFromJson(const json& j, const std::string& where, BeamSettings& s) 
             }
         }
     });
+    for (const auto e : extra) {
+        known.insert(std::string(e));
+    }
     for (const auto& item : j.items()) {
         if (!known.contains(item.key())) {
-            fail(where, fmt::format("\"{}\" is not a beam setting", item.key()));
+            fail(where, fmt::format("\"{}\" is not a {}", item.key(), what));
         }
     }
 }
 
-json settingsToJson(const BeamSettings& s) {
-    const BeamSettings defaults = defaultBeamSettings();
+// The settings that differ from `defaults`, by the fields' stored names.
+template <class Settings> json settingsToJson(const Settings& s, const Settings& defaults) {
     json out = json::object();
     forEachSettingsField(s, [&](std::string_view name, const auto& value) {
         json v;
@@ -310,7 +317,7 @@ BeamRecord beamFromJson(const json& j, const std::string& where) {
         optionalSingle(j, where, "live_load_duration_months", kDefaultLiveLoadMonths);
     b.settings = defaultBeamSettings();
     if (j.contains("settings")) {
-        settingsFromJson(j.at("settings"), where, b.settings);
+        settingsFromJson(j.at("settings"), where, b.settings, "beam setting");
     }
     if (!j.contains("spans") || !j.at("spans").is_array() || j.at("spans").empty()) {
         fail(where, "spans must be an array of 1 to 30 spans");
@@ -406,15 +413,233 @@ json beamToJson(const BeamRecord& b) {
                                  {"fixed", sup.second == 1},
                                  {"width_cm", exactNumber(sup.widthCm)}});
     }
-    const json settings = settingsToJson(b.settings);
+    const json settings = settingsToJson(b.settings, defaultBeamSettings());
     if (!settings.empty()) {
         j["settings"] = settings;
     }
     return j;
 }
 
+namespace {
+
+// A fixed-size array of singles from a JSON array of at most that many numbers; the rest 0.
+template <std::size_t N>
+void singlesFromJson(const json& obj, const std::string& where, const char* key,
+                     std::array<float, N>& out) {
+    if (!obj.contains(key)) {
+        return;
+    }
+    const json& v = obj.at(key);
+    if (!v.is_array() || v.size() > N) {
+        fail(where, fmt::format("{} must be an array of at most {} numbers", key, N));
+    }
+    for (std::size_t i = 0; i < v.size(); ++i) {
+        out[i] = toSingle(v[i], where, key);
+    }
+}
+
+// The array without its trailing zeros.
+template <std::size_t N> json singlesToJson(const std::array<float, N>& values) {
+    std::size_t n = N;
+    while (n > 0 && values[n - 1] == 0.0f) {
+        --n;
+    }
+    json out = json::array();
+    for (std::size_t i = 0; i < n; ++i) {
+        out.push_back(exactNumber(values[i]));
+    }
+    return out;
+}
+
+// End moments as [M2, M1] in t·m.
+void momentsFromJson(const json& obj, const std::string& where, const char* key,
+                     columns::EndMoments& m) {
+    std::array<float, 2> pair{};
+    singlesFromJson(obj, where, key, pair);
+    m = {pair[0], pair[1]};
+}
+
+json momentsToJson(const columns::EndMoments& m) {
+    return singlesToJson(std::array<float, 2>{m.m2, m.m1});
+}
+
+columns::Column columnFromJson(const json& j, const std::string& where, std::size_t groups) {
+    requireObject(j, where,
+                  {"name", "group", "type", "height_cm", "dims_cm", "pu_t", "mx_tm", "my_tm"});
+    columns::Column c;
+    c.name = singleByteText(j, where, "name", columns::kColumnNameWidth);
+    if (j.contains("group")) {
+        c.group = toInt16(j.at("group"), where, "group");
+        if (c.group < 0 || static_cast<std::size_t>(c.group) > groups) {
+            fail(where,
+                 fmt::format("group must be 0 (none) or a group of its level, 1 to {}", groups));
+        }
+    }
+    if (j.contains("type")) {
+        c.type = toInt16(j.at("type"), where, "type");
+    }
+    c.heightCm = single(j, where, "height_cm");
+    singlesFromJson(j, where, "dims_cm", c.dims);
+    c.puT = single(j, where, "pu_t");
+    momentsFromJson(j, where, "mx_tm", c.x);
+    momentsFromJson(j, where, "my_tm", c.y);
+    if (const std::string problem = columns::validateColumn(c); !problem.empty()) {
+        fail(where, problem);
+    }
+    return c;
+}
+
+json columnToJson(const columns::Column& c) {
+    json j = {{"name", core::toUtf8(c.name, core::CodePage::Windows1252)},
+              {"group", c.group},
+              {"type", c.type},
+              {"height_cm", exactNumber(c.heightCm)},
+              {"dims_cm", singlesToJson(c.dims)},
+              {"pu_t", exactNumber(c.puT)}};
+    if (c.x != columns::EndMoments{}) {
+        j["mx_tm"] = momentsToJson(c.x);
+    }
+    if (c.y != columns::EndMoments{}) {
+        j["my_tm"] = momentsToJson(c.y);
+    }
+    return j;
+}
+
+columns::ColumnGroup groupFromJson(const json& j, const std::string& where) {
+    requireObject(j, where,
+                  {"name", "text", "type", "dims_cm", "cover_cm", "sustained", "settings",
+                   "members", "state", "height_cm", "pu_t", "mx_tm", "my_tm", "steel_area_cm2",
+                   "bar_count", "bar_diameter_mm"});
+    columns::ColumnGroup g;
+    g.name = singleByteText(j, where, "name", columns::kGroupNameWidth);
+    g.text = singleByteText(j, where, "text", columns::kGroupLayout["text"].width);
+    const auto int16Or = [&](const char* key, std::int16_t fallback) {
+        return j.contains(key) ? toInt16(j.at(key), where, key) : fallback;
+    };
+    g.type = int16Or("type", 1);
+    singlesFromJson(j, where, "dims_cm", g.dims);
+    g.coverCm = optionalSingle(j, where, "cover_cm", 0.0f);
+    if (j.contains("sustained")) {
+        if (!j.at("sustained").is_boolean()) {
+            fail(where, "sustained must be true or false");
+        }
+        g.secondAxis = j.at("sustained").get<bool>() ? 1 : 0;
+    }
+    if (j.contains("settings")) {
+        const json& sj = j.at("settings");
+        settingsFromJson(sj, where, g.settings, "column setting", {"TypeNames"});
+        if (sj.contains("TypeNames")) {
+            const json& names = sj.at("TypeNames");
+            if (!names.is_array() || names.size() != g.settings.TypeNames.size()) {
+                fail(where, fmt::format("settings TypeNames must be an array of {} texts",
+                                        g.settings.TypeNames.size()));
+            }
+            for (std::size_t i = 0; i < names.size(); ++i) {
+                g.settings.TypeNames[i] = singleByteText(json{{"TypeNames", names[i]}}, where,
+                                                         "TypeNames", columns::kTypeNameWidth);
+            }
+        }
+    }
+    g.members = int16Or("members", 0);
+    const std::int16_t state = int16Or("state", 0);
+    if (state < 0 || state > static_cast<std::int16_t>(columns::GroupState::Unstable)) {
+        fail(where, "state must be a whole number from 0 to 4");
+    }
+    g.state = static_cast<columns::GroupState>(state);
+    g.colLenCm = optionalSingle(j, where, "height_cm", 0.0f);
+    g.puT = optionalSingle(j, where, "pu_t", 0.0f);
+    momentsFromJson(j, where, "mx_tm", g.x);
+    momentsFromJson(j, where, "my_tm", g.y);
+    g.steelAreaCm2 = optionalSingle(j, where, "steel_area_cm2", 0.0f);
+    g.barCount = int16Or("bar_count", 0);
+    g.barDiameterMm = int16Or("bar_diameter_mm", 0);
+    if (const std::string problem = columns::validateGroup(g); !problem.empty()) {
+        fail(where, problem);
+    }
+    return g;
+}
+
+json groupToJson(const columns::ColumnGroup& g) {
+    json j = {{"name", core::toUtf8(g.name, core::CodePage::Windows1252)},
+              {"type", g.type},
+              {"dims_cm", singlesToJson(g.dims)}};
+    if (!g.text.empty()) {
+        j["text"] = core::toUtf8(g.text, core::CodePage::Windows1252);
+    }
+    if (g.coverCm != 0.0f) {
+        j["cover_cm"] = exactNumber(g.coverCm);
+    }
+    if (g.secondAxis != 0) {
+        j["sustained"] = true;
+    }
+    const columns::ColumnSettings defaults = columns::defaultColumnSettings();
+    json settings = settingsToJson(g.settings, defaults);
+    if (g.settings.TypeNames != defaults.TypeNames) {
+        json names = json::array();
+        for (const auto& n : g.settings.TypeNames) {
+            names.push_back(core::toUtf8(n, core::CodePage::Windows1252));
+        }
+        settings["TypeNames"] = names;
+    }
+    if (!settings.empty()) {
+        j["settings"] = settings;
+    }
+    // What the last gathering and design left in the group, so that an export reads back the
+    // same record.
+    j["members"] = g.members;
+    j["state"] = static_cast<std::int16_t>(g.state);
+    j["height_cm"] = exactNumber(g.colLenCm);
+    j["pu_t"] = exactNumber(g.puT);
+    j["mx_tm"] = momentsToJson(g.x);
+    j["my_tm"] = momentsToJson(g.y);
+    j["steel_area_cm2"] = exactNumber(g.steelAreaCm2);
+    j["bar_count"] = g.barCount;
+    j["bar_diameter_mm"] = g.barDiameterMm;
+    return j;
+}
+
+// The columns and groups of one level from the object holding "columns" and "column_groups".
+void levelFromJson(const json& j, const std::string& where, std::vector<columns::Column>& cols,
+                   std::vector<columns::ColumnGroup>& groups) {
+    for (const char* key : {"columns", "column_groups"}) {
+        if (j.contains(key) && !j.at(key).is_array()) {
+            fail(where, fmt::format("{} must be an array", key));
+        }
+    }
+    if (j.contains("column_groups")) {
+        for (std::size_t n = 0; n < j.at("column_groups").size(); ++n) {
+            groups.push_back(
+                groupFromJson(j.at("column_groups")[n], fmt::format("{}, group {}", where, n + 1)));
+        }
+    }
+    if (j.contains("columns")) {
+        for (std::size_t n = 0; n < j.at("columns").size(); ++n) {
+            cols.push_back(columnFromJson(
+                j.at("columns")[n], fmt::format("{}, column {}", where, n + 1), groups.size()));
+        }
+    }
+}
+
+void levelToJson(json& j, const std::vector<columns::Column>& cols,
+                 const std::vector<columns::ColumnGroup>& groups) {
+    if (!cols.empty()) {
+        j["columns"] = json::array();
+        for (const auto& c : cols) {
+            j["columns"].push_back(columnToJson(c));
+        }
+    }
+    if (!groups.empty()) {
+        j["column_groups"] = json::array();
+        for (const auto& g : groups) {
+            j["column_groups"].push_back(groupToJson(g));
+        }
+    }
+}
+
+} // namespace
+
 ProjectModel modelFromJson(const json& j) {
-    requireObject(j, "The model", {"format", "version", "about", "floors"});
+    requireObject(j, "The model", {"format", "version", "about", "floors", "footing_level"});
     if (j.value("format", json()) != kModelFormat) {
         fail("The model", "format must be \"orvak-model\"");
     }
@@ -428,7 +653,9 @@ ProjectModel modelFromJson(const json& j) {
     for (std::size_t i = 0; i < j.at("floors").size(); ++i) {
         const json& fj = j.at("floors")[i];
         std::string where = fmt::format("Floor {}", i + 1);
-        requireObject(fj, where, {"number", "name", "level_m", "slab_thickness_cm", "beams"});
+        requireObject(fj, where,
+                      {"number", "name", "level_m", "slab_thickness_cm", "beams", "columns",
+                       "column_groups"});
         FloorModel fm;
         if (!fj.contains("number")) {
             fail(where, "number is missing");
@@ -459,7 +686,13 @@ ProjectModel modelFromJson(const json& j) {
                 fm.beams.push_back(std::move(beam));
             }
         }
+        levelFromJson(fj, where, fm.columns, fm.groups);
         model.floors.push_back(std::move(fm));
+    }
+    if (j.contains("footing_level")) {
+        const json& lj = j.at("footing_level");
+        requireObject(lj, "The footing level", {"columns", "column_groups"});
+        levelFromJson(lj, "The footing level", model.footingColumns, model.footingGroups);
     }
     std::vector<floors::Floor> list;
     for (const auto& fm : model.floors) {
@@ -486,7 +719,13 @@ json modelToJson(const ProjectModel& model) {
         for (const BeamRecord& b : fm.beams) {
             fj["beams"].push_back(beamToJson(b));
         }
+        levelToJson(fj, fm.columns, fm.groups);
         j["floors"].push_back(fj);
+    }
+    if (!model.footingColumns.empty() || !model.footingGroups.empty()) {
+        json lj = json::object();
+        levelToJson(lj, model.footingColumns, model.footingGroups);
+        j["footing_level"] = lj;
     }
     return j;
 }

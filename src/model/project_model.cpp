@@ -1,5 +1,6 @@
-// The project model in a project folder: the floor list CIELS.DAT and one beam file per floor,
-// read as they stand and written only into a project that holds none of them yet.
+// The project model in a project folder: the floor list CIELS.DAT, each floor's beam, column
+// and group files and the footing level's, read as they stand and written only into a project
+// that holds none of them yet.
 #include "model/project_model.h"
 
 #include <fmt/format.h>
@@ -15,8 +16,13 @@ namespace orvak::model {
 ProjectModel readProjectModel(const fs::path& projectFolder) {
     ProjectModel model;
     for (const floors::Floor& f : floors::readFloors(projectFolder)) {
-        model.floors.push_back({f, beams::readBeamFile(projectFolder, f.number)});
+        const columns::ColumnLevel level{f.number};
+        model.floors.push_back({f, beams::readBeamFile(projectFolder, f.number),
+                                columns::readColumns(projectFolder, level),
+                                columns::readGroups(projectFolder, level)});
     }
+    model.footingColumns = columns::readColumns(projectFolder, columns::ColumnLevel{0});
+    model.footingGroups = columns::readGroups(projectFolder, columns::ColumnLevel{0});
     return model;
 }
 
@@ -26,11 +32,18 @@ void writeProjectModel(const fs::path& projectFolder, const ProjectModel& model)
                                      "project without CIELS.DAT.",
                                      projectFolder.string()));
     }
+    std::vector<std::string> names;
     for (const FloorModel& fm : model.floors) {
-        if (core::findFileNoCase(projectFolder, floors::beamFileName(fm.floor.number))) {
-            throw InputError(fmt::format("The project {} has a beam file {} already.",
-                                         projectFolder.string(),
-                                         floors::beamFileName(fm.floor.number)));
+        names.push_back(floors::beamFileName(fm.floor.number));
+        names.push_back(columns::columnsFileName({fm.floor.number}));
+        names.push_back(columns::groupsFileName({fm.floor.number}));
+    }
+    names.push_back(columns::columnsFileName({0}));
+    names.push_back(columns::groupsFileName({0}));
+    for (const std::string& name : names) {
+        if (core::findFileNoCase(projectFolder, name)) {
+            throw InputError(
+                fmt::format("The project {} has a file {} already.", projectFolder.string(), name));
         }
     }
     // All or nothing: every file's temporary is written and flushed before the first takes
@@ -46,6 +59,18 @@ void writeProjectModel(const fs::path& projectFolder, const ProjectModel& model)
         if (!fm.beams.empty()) {
             add(beams::beamFileImage(projectFolder, fm.floor.number, fm.beams));
         }
+        if (!fm.columns.empty()) {
+            add(columns::columnsFileImage(projectFolder, {fm.floor.number}, fm.columns));
+        }
+        if (!fm.groups.empty()) {
+            add(columns::groupsFileImage(projectFolder, {fm.floor.number}, fm.groups));
+        }
+    }
+    if (!model.footingColumns.empty()) {
+        add(columns::columnsFileImage(projectFolder, {0}, model.footingColumns));
+    }
+    if (!model.footingGroups.empty()) {
+        add(columns::groupsFileImage(projectFolder, {0}, model.footingGroups));
     }
     std::vector<floors::Floor> list;
     for (const auto& fm : model.floors) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "beams/beam_record.h"
+#include "columns/column_records.h"
 #include "floors/floors.h"
 
 namespace orvak::model {
@@ -20,18 +21,25 @@ namespace orvak::model {
 struct FloorModel {
     floors::Floor floor;
     std::vector<orvak::beams::BeamRecord> beams; ///< beam n of the floor is beams[n − 1]
+    std::vector<columns::Column> columns;
+    std::vector<columns::ColumnGroup> groups; ///< group n (a column's group) is groups[n − 1]
     bool operator==(const FloorModel&) const = default;
 };
 
 /// Every element of a project, floor by floor.
 struct ProjectModel {
     std::vector<FloorModel> floors;
+    /// The columns standing on the footings and their groups (FCOLUMNS.DAT, FCOLSGRP.DAT).
+    std::vector<columns::Column> footingColumns;
+    std::vector<columns::ColumnGroup> footingGroups;
+    bool operator==(const ProjectModel&) const = default;
 };
 
-/// The floors and beams stored in a project folder. Throws FileError.
+/// The floors, beams, columns and column groups stored in a project folder. Throws FileError.
 ProjectModel readProjectModel(const std::filesystem::path& projectFolder);
-/// Writes CIELS.DAT and the beam file of every floor. Refuses (InputError) when the project
-/// already holds floors or beam files, so that nothing is overwritten.
+/// Writes CIELS.DAT, the beam, column and group files of every floor and those of the footing
+/// level. Refuses (InputError) when the project already holds floors or one of these files,
+/// so that nothing is overwritten.
 void writeProjectModel(const std::filesystem::path& projectFolder, const ProjectModel& model);
 
 } // namespace orvak::model

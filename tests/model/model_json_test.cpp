@@ -214,5 +214,54 @@ TEST(ModelJsonWrite, SinglesReadBackExactly) {
     EXPECT_TRUE(std::signbit(back.floors[0].beams[0].coverSideCm));
 }
 
+TEST(ModelJsonColumns, ColumnsAndGroupsOfFloorsAndTheFootingLevelRoundTrip) {
+    json j = twoSpanModel();
+    j["floors"][0]["columns"] = json::parse(R"([
+        {"name": "C1", "group": 1, "height_cm": 305, "dims_cm": [30, 40], "pu_t": 62.5,
+         "mx_tm": [2.1, -1.0]},
+        {"name": "C2", "group": 0, "type": 2, "height_cm": 305, "dims_cm": [40], "pu_t": 90,
+         "my_tm": [0.7]}])");
+    j["floors"][0]["column_groups"] = json::parse(R"([
+        {"name": "Gr-C1", "text": "Edge", "dims_cm": [30, 40], "sustained": true,
+         "settings": {"Fc": 300, "PhiPercent": [65, 75, 70, 70, 70, 75, 70]}}])");
+    j["footing_level"] = json::parse(R"({
+        "columns": [{"name": "F1", "group": 1, "height_cm": 150, "dims_cm": [40, 40],
+                     "pu_t": 70}],
+        "column_groups": [{"name": "Gr-C1", "dims_cm": [40, 40], "cover_cm": 5}]})");
+    const ProjectModel m = modelFromJson(j);
+    ASSERT_EQ(m.floors[0].columns.size(), 2u);
+    const columns::Column& c1 = m.floors[0].columns[0];
+    EXPECT_EQ(c1.group, 1);
+    EXPECT_EQ(c1.type, 1); // the type a column leaves out is the rectangle
+    EXPECT_FLOAT_EQ(c1.x.m1, -1.0f);
+    EXPECT_FLOAT_EQ(m.floors[0].columns[1].y.m2, 0.7f);
+    const columns::ColumnGroup& g = m.floors[0].groups.at(0);
+    EXPECT_EQ(g.secondAxis, 1);
+    EXPECT_EQ(g.settings.Fc, 300);
+    EXPECT_FLOAT_EQ(g.settings.PhiPercent[0], 65.0f);
+    EXPECT_EQ(g.settings.FY, columns::defaultColumnSettings().FY);
+    ASSERT_EQ(m.footingGroups.size(), 1u);
+
+    // JSON and back, and the project's files and back, give the same model.
+    EXPECT_EQ(modelFromJson(json::parse(modelToJson(m).dump())), m);
+    test::TempDir dir;
+    const fs::path project = dir / "Cols.prj";
+    fs::create_directories(project);
+    writeProjectModel(project, m);
+    EXPECT_TRUE(fs::exists(project / "COLUMNS.101"));
+    EXPECT_TRUE(fs::exists(project / "FCOLSGRP.DAT"));
+    EXPECT_EQ(readProjectModel(project), m);
+
+    // A column names a group of its own level.
+    j["footing_level"]["columns"][0]["group"] = 2;
+    try {
+        modelFromJson(j);
+        ADD_FAILURE() << "a column of a missing group was read";
+    } catch (const InputError& e) {
+        EXPECT_STREQ(e.what(), "The footing level, column 1: group must be 0 (none) or a group "
+                               "of its level, 1 to 1.");
+    }
+}
+
 } // namespace
 } // namespace orvak::model

@@ -38,7 +38,15 @@ TEST_F(ShippedDataStart, FirstStartInstallsTheTablesAndTheDemoBuildingAndOpensIt
     EXPECT_EQ(shell.project.titleLines[0], "Demo office building");
     EXPECT_TRUE(fs::is_directory(demo / "TMPDIR"));
     EXPECT_TRUE(shell.warnings.empty()) << shell.warnings.front();
-    EXPECT_FALSE(readProjectModel(demo).floors.empty());
+    const ProjectModel model = readProjectModel(demo);
+    ASSERT_EQ(model.floors.size(), 2u);
+    // Columns and their groups on both floors and at the footing level.
+    for (const FloorModel& f : model.floors) {
+        EXPECT_FALSE(f.columns.empty()) << f.floor.number;
+        EXPECT_FALSE(f.groups.empty()) << f.floor.number;
+    }
+    EXPECT_FALSE(model.footingColumns.empty());
+    EXPECT_FALSE(model.footingGroups.empty());
 
     // The built-in tables become files: 16 bars of 45 bytes, 27 spacings of 85; no mesh.
     EXPECT_EQ(fs::file_size(general() / "ROUNDBAR.DAT"), 16u * 45u);

@@ -56,14 +56,15 @@ constexpr std::array<const char*, SteelQnt::kListCount> kAllObjectNames = {
 /// The list an element's items put it on, by the element kind they carry (GENERAL): the
 /// beams a design stores and the floor items entered by hand are floor items, footing items go
 /// with the footing groups, and items entered as extra items, or carrying no kind (an old
-/// store), with the extra items. No kind marks column groups yet, so their list stays empty
-/// until one does.
+/// store), with the extra items; a column group's items go with the column groups.
 SteelQnt::ElementList listOfKind(std::int16_t kind) {
     switch (static_cast<bars::ElementKind>(kind)) {
     case bars::ElementKind::Slab:
         return SteelQnt::ElementList::Floors;
     case bars::ElementKind::Footing:
         return SteelQnt::ElementList::FootingGroups;
+    case bars::ElementKind::ColumnGroup:
+        return SteelQnt::ElementList::ColumnGroups;
     case bars::ElementKind::None:
     case bars::ElementKind::Extra:
         break;
