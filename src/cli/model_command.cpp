@@ -54,7 +54,9 @@ void addModelCommands(CLI::App& app, CommandContext& context) {
     auto importProject = std::make_shared<std::string>();
     auto importFile = std::make_shared<std::string>();
     auto* importCmd = app.add_subcommand(
-        "import", "Write the floors (CIELS.DAT) and beam files of a JSON model into a project.");
+        "import",
+        "Write the floors (CIELS.DAT), beam, column and column-group files of a JSON model into "
+        "a project.");
     importCmd->add_option("project", *importProject, "Project folder (a folder ending in .prj)")
         ->required();
     importCmd->add_option("model", *importFile, "Model file (JSON, format orvak-model)")
@@ -65,19 +67,30 @@ void addModelCommands(CLI::App& app, CommandContext& context) {
             const auto imported = model::modelFromJson(model::readJsonFile(*importFile));
             model::writeProjectModel(folder, imported);
             std::size_t beamCount = 0;
+            std::size_t columnCount = imported.footingColumns.size();
+            std::size_t groupCount = imported.footingGroups.size();
             for (const auto& f : imported.floors) {
                 beamCount += f.beams.size();
+                columnCount += f.columns.size();
+                groupCount += f.groups.size();
             }
-            std::cout << fmt::format("Imported {} floors and {} beams into {}\n",
-                                     imported.floors.size(), beamCount, folder.string());
+            if (columnCount + groupCount == 0) {
+                std::cout << fmt::format("Imported {} floors and {} beams into {}\n",
+                                         imported.floors.size(), beamCount, folder.string());
+            } else {
+                std::cout << fmt::format(
+                    "Imported {} floors, {} beams, {} columns and {} column groups into {}\n",
+                    imported.floors.size(), beamCount, columnCount, groupCount, folder.string());
+            }
             return 0;
         };
     });
 
     auto exportProject = std::make_shared<std::string>();
     auto exportFile = std::make_shared<std::string>();
-    auto* exportCmd =
-        app.add_subcommand("export", "Print a project's floors and beams as a JSON model.");
+    auto* exportCmd = app.add_subcommand(
+        "export", "Print a project's floors, beams, columns and column groups as "
+                  "a JSON model.");
     exportCmd->add_option("project", *exportProject, "Project folder (a folder ending in .prj)")
         ->required();
     exportCmd->add_option("-o,--output", *exportFile, "Write the model to this file instead");

@@ -188,14 +188,15 @@ TEST_F(SteelFormsTest, SteelQntSortsElementsOntoTabsAndTicksAll) {
         // A designed beam is stored as a floor item, as a hand-entered slab is.
         addItem(db, bars::ElementKind::Slab, "B1", 1, 1, 2, 10, 100, "");
         addItem(db, bars::ElementKind::Footing, "F1", 1, 1, 2, 14, 100, "");
+        addItem(db, bars::ElementKind::ColumnGroup, "Gr-C1", 1, 1, 8, 16, 350, "");
     }
     auto form = open<SteelQnt>();
     using L = SteelQnt::ElementList;
     EXPECT_EQ(form->list(L::ExtraItems)->count(), 2);
     EXPECT_EQ(form->list(L::Floors)->count(), 1);
     EXPECT_EQ(form->list(L::FootingGroups)->count(), 1);
-    EXPECT_EQ(form->list(L::ColumnGroups)->count(), 0);
-    EXPECT_FALSE(form->tabs()->isTabEnabled(static_cast<int>(L::ColumnGroups)));
+    EXPECT_EQ(form->list(L::ColumnGroups)->count(), 1);
+    EXPECT_TRUE(form->tabs()->isTabEnabled(static_cast<int>(L::ColumnGroups)));
 
     form->allBox(L::ExtraItems)->click();
     EXPECT_EQ(form->chosenElements(), (std::vector<std::string>{"Stair 1", "Wall 2"}));
@@ -204,6 +205,8 @@ TEST_F(SteelFormsTest, SteelQntSortsElementsOntoTabsAndTicksAll) {
     form->list(L::Floors)->item(0)->setCheckState(Qt::Checked);
     form->list(L::FootingGroups)->item(0)->setCheckState(Qt::Checked);
     EXPECT_TRUE(form->allBox(L::Floors)->isChecked());
+    EXPECT_FALSE(form->allItemsBox()->isChecked());
+    form->list(L::ColumnGroups)->item(0)->setCheckState(Qt::Checked);
     EXPECT_TRUE(form->allItemsBox()->isChecked());
     form->allItemsBox()->click();
     EXPECT_TRUE(form->chosenElements().empty());
