@@ -75,6 +75,23 @@ TEST_F(CliColumns, DesignPrintsALinePerGroupAndTheProblemsAtTheEnd) {
     EXPECT_NE(run({"design", project().string(), "--footing-level"}).code, 0);
 }
 
+TEST_F(CliColumns, ASlenderGroupIsDesignedAndListedAmongTheProblems) {
+    // 30 × 30, 10 m high: K L / r = 1000 / (0.3 · 30) = 111 > 100. Pc = pi² (Ec I / 2.5) /
+    // (K L)² with Ec = 15100 √250 and I = 30⁴ / 12 is 63.6 t, phi Pc = 44.5 t > Pu = 10 t.
+    columns::Column slender = column("S1", 1, 10);
+    slender.heightCm = 1000;
+    slender.dims = {30, 30, 0, 0, 0};
+    columns::ColumnGroup g = group("Gr-S");
+    g.dims = {30, 30, 0, 0, 0};
+    columns::writeColumns(project(), {0}, {slender});
+    columns::writeGroups(project(), {0}, {g});
+    const auto r = run({"design", project().string(), "--columns", "--footing-level"});
+    EXPECT_EQ(r.code, 0) << r.out << r.err;
+    EXPECT_NE(r.out.find("Footing level, group 1 Gr-S: designed"), std::string::npos) << r.out;
+    EXPECT_NE(r.out.find("Problems:\n  Gr-S: (K*L/r) > 100"), std::string::npos) << r.out;
+    EXPECT_TRUE(fs::exists(project() / "FtClGrp_Gr-S.Analy"));
+}
+
 TEST_F(CliColumns, TheJsonHoldsTheSheetsValues) {
     const auto r =
         run({"column", "design", project().string(), "--floor", "1", "--group", "Gr-C2", "--json"});
