@@ -3,6 +3,7 @@
 #include "columns/forms/columns_form.h"
 
 #include <QDialogButtonBox>
+#include <QFontMetrics>
 #include <QHBoxLayout>
 #include <QItemSelectionModel>
 #include <QLabel>
@@ -124,6 +125,11 @@ QString shown(float v) {
 Columns::Columns(shell::ShellState& shell, QWidget* parent)
     : ui::GridForm(shell, formSetup(), parent), m_floor(shell.currentFloor), m_rows(kColumnRows) {
     load();
+    // The descriptor's width of 6 is what may be typed; a name from a file may hold 10.
+    const QFontMetrics metrics(grid()->view()->font());
+    grid()->view()->setColumnWidth(
+        NameColumn, metrics.horizontalAdvance(
+                        QString(static_cast<int>(kColumnNameWidth) + 1, QLatin1Char('0'))));
 }
 
 QString Columns::text(std::size_t prompt, std::string_view english) const {
