@@ -12,6 +12,8 @@
 #include "beams/forms/bmriprpt_form.h"
 #include "beams/forms/bmseting_form.h"
 #include "beams/forms/ldefcalc_form.h"
+#include "columns/forms/clseting_form.h"
+#include "columns/forms/columns_form.h"
 #include "floors/forms/floor_forms.h"
 #include "shell/forms/gsetting_form.h"
 #include "shell/forms/openlib_form.h"
@@ -41,6 +43,8 @@ using beams::forms::BmDesign;
 using beams::forms::BmRipRpt;
 using beams::forms::Bmseting;
 using beams::forms::LDefCalc;
+using columns::forms::Clseting;
+using columns::forms::Columns;
 using floors::forms::CielData;
 using floors::forms::CielThick;
 using floors::forms::NewCiel;
@@ -52,6 +56,7 @@ namespace si = setting_item;
 namespace qi = quantities_item;
 namespace ci = cielling_item;
 namespace bi = beam_item;
+namespace coi = columns_item;
 namespace ri = reports_item;
 
 constexpr bool kProject = true; // needs an open project
@@ -84,6 +89,10 @@ const std::array kMenuTable = {
     MenuItem{MainMenu::Beam, bi::kSettings, "Bmseting", kAlways, form<Bmseting>},
     MenuItem{MainMenu::Beam, bi::kAnalysisAndDesign, "BmDesign", kProject, form<BmDesign>},
     MenuItem{MainMenu::Beam, bi::kLongTimeDeflection, "LDefCalc", kProject, form<LDefCalc>},
+
+    // The defaults every new column group copies live in the GENERAL folder as well.
+    MenuItem{MainMenu::Columns, coi::kSettings, "Clseting", kAlways, form<Clseting>},
+    MenuItem{MainMenu::Columns, coi::kColumnsData, "Columns", kProject, form<Columns>},
 
     MenuItem{MainMenu::Quantities, qi::kSteelUpdate, "SteelUpd", kProject, form<SteelUpd>},
     MenuItem{MainMenu::Quantities, qi::kSteelPrint, "SteelQnt", kProject, form<SteelQnt>},

@@ -45,6 +45,12 @@ inline constexpr int kAnalysisAndDesign = 4;
 inline constexpr int kLongTimeDeflection = 5;
 } // namespace beam_item
 
+/// Item indexes of the Columns menu.
+namespace columns_item {
+inline constexpr int kSettings = 0;
+inline constexpr int kColumnsData = 1;
+} // namespace columns_item
+
 /// Item indexes of the Reports menu.
 namespace reports_item {
 inline constexpr int kBeamRip = 0;

@@ -72,8 +72,9 @@ TEST_F(MenuTableTest, ItemsThatNeedAProjectWaitForOne) {
         needing += row.needsProject ? 1 : 0;
     }
     // Project data, archive, copy, the four floor forms, the beam form, the deflection
-    // calculation, the beam reports and the two steel forms work on the current project.
-    EXPECT_EQ(needing, 12);
+    // calculation, the beam reports, the column list and the two steel forms work on the
+    // current project.
+    EXPECT_EQ(needing, 13);
     // Asked for all the same, the form of such an item says why it does not open.
     EXPECT_EQ(window.open(MainMenu::Project, project_item::kProjectData), nullptr);
     EXPECT_EQ(m_messages, QStringList{kNoProject});
@@ -121,7 +122,8 @@ TEST_F(MenuTableTest, EachFormOpensInOneWindow) {
         forms << name;
     }
     forms.sort();
-    EXPECT_EQ(forms, QStringList({"BmDesign", "BmRipRpt", "Bmseting", "CielData", "CielThick", "Gsetting",
+    EXPECT_EQ(forms, QStringList({"BmDesign", "BmRipRpt", "Bmseting", "CielData", "CielThick", "Clseting",
+                                  "Columns", "Gsetting",
                                   "LDefCalc", "Netiron", "NewCiel", "Projdata", "Roundbar",
                                   "SlcCiel", "SteelQnt", "SteelUpd", "spacing"}));
     EXPECT_EQ(window.mdiArea()->subWindowList().size(), forms.size());
@@ -173,7 +175,7 @@ TEST_F(MenuTableTest, ItemsNotInThisVersionSaySo) {
     QMenu* columns = window.menu(MainMenu::Columns);
     columns->popup(window.mapToGlobal(QPoint(40, 40)));
     QCoreApplication::processEvents();
-    const QPoint over = columns->actionGeometry(columns->actions().at(1)).center();
+    const QPoint over = columns->actionGeometry(columns->actions().at(2)).center();
     QMouseEvent move(QEvent::MouseMove, over, columns->mapToGlobal(over), Qt::NoButton,
                      Qt::NoButton, Qt::NoModifier);
     QCoreApplication::sendEvent(columns, &move);
