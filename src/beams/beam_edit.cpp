@@ -49,6 +49,15 @@ BeamRecord storeBeam(const fs::path& projectFolder, int floor, const BeamRecord&
     return read;
 }
 
+std::optional<BeamRecord> readStoredBeam(const fs::path& projectFolder, int floor, int number) {
+    for (BeamRecord& b : readBeamFile(projectFolder, floor)) {
+        if (b.number == number) {
+            return std::move(b);
+        }
+    }
+    return std::nullopt;
+}
+
 void removeBeam(const fs::path& projectFolder, int floor, int number) {
     core::RecordFile file = loadBeamFile(projectFolder, floor);
     const auto n = static_cast<std::size_t>(number);

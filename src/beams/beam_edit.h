@@ -4,6 +4,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <vector>
 
 #include "beams/beam_record.h"
@@ -16,6 +17,11 @@ namespace orvak::beams {
 /// written then), FileError when the file cannot be read or written.
 BeamRecord storeBeam(const std::filesystem::path& projectFolder, int floor,
                      const BeamRecord& record);
+
+/// Beam `number` of floor `floor` as stored; nothing when the floor has no such beam. Throws
+/// FileError when the beam file cannot be read.
+std::optional<BeamRecord> readStoredBeam(const std::filesystem::path& projectFolder, int floor,
+                                         int number);
 
 /// Takes beam `number` out of its floor's file: its record loses its use mark, and records
 /// not in use at the end of the file are cut off. The numbers of the other beams stay.

@@ -5,6 +5,8 @@
 
 #include "beams/beam_job.h"
 #include "beams/load_cases.h"
+#include "core/error.h"
+#include "jobs/beam_design_job.h"
 
 namespace orvak::beams::forms {
 
@@ -40,14 +42,14 @@ void numberCells(QTableWidget* table) {
     table->setItemDelegate(new NumberDelegate(table));
 }
 
-std::optional<BeamRecord> readStoredBeam(const std::filesystem::path& project, int floor,
-                                         int beamNumber) {
-    for (BeamRecord& b : readBeamFile(project, floor)) {
-        if (b.number == beamNumber) {
-            return std::move(b);
-        }
+void markChanged(QWidget* form, const ui::MessageHook& hook, const std::filesystem::path& project,
+                 int floor, int beamNumber) {
+    try {
+        jobs::markBeamChanged(project, floor, beamNumber);
+    } catch (const FileError& e) {
+        // The next design records the state anew.
+        ui::tellUser(form, hook, QString::fromUtf8(e.what()));
     }
-    return std::nullopt;
 }
 
 int storedScheme(const BeamRecord& record) {

@@ -11,16 +11,19 @@
 #include <optional>
 
 #include "beams/beam_design.h"
+#include "beams/beam_edit.h"
 #include "beams/beam_record.h"
+#include "ui/form_support.h"
 
 namespace orvak::beams::forms {
 
-/// Beam `beamNumber` of floor `floor`; nothing when the floor has no such beam. Throws
-/// FileError when the beam file cannot be read.
-std::optional<BeamRecord> readStoredBeam(const std::filesystem::path& project, int floor,
-                                         int beamNumber);
 
 
+/// After an edit of a stored beam: its design state says the last design no longer stands.
+/// A steel store that cannot take the state (busy with a run, say) is told to the user; the
+/// edit itself stays stored.
+void markChanged(QWidget* form, const ui::MessageHook& hook, const std::filesystem::path& project,
+                 int floor, int beamNumber);
 /// The scheme the beam was last analysed under, else the full live-load pattern.
 int storedScheme(const BeamRecord& record);
 

@@ -799,13 +799,7 @@ bool BmDesign::store(const BeamRecord& changed, const QString& done, bool undoab
         fitDrawing();
     }
     showSelection();
-    try {
-        jobs::markBeamChanged(project, m_choice->floor(), m_beam->number);
-    } catch (const FileError& e) {
-        // The beam is stored; only its state in the steel store (busy with a design run,
-        // say) could not be marked. The next design records it anew.
-        ui::tellUser(this, m_messageHook, QString::fromUtf8(e.what()));
-    }
+    markChanged(this, m_messageHook, project, m_choice->floor(), m_beam->number);
     emit saved(done);
     return true;
 }
@@ -1127,12 +1121,10 @@ void BmDesign::openSettings() {
             return;
         }
         try {
-            for (const BeamRecord& b : readBeamFile(m_shell.projectPath(), m_choice->floor())) {
-                if (b.number == m_beam->number) {
-                    m_undo.push_back(*m_beam);
-                    m_beam = b;
-                    m_choice->replaceBeam(b);
-                }
+            if (auto b = readStoredBeam(m_shell.projectPath(), m_choice->floor(), m_beam->number)) {
+                m_undo.push_back(*m_beam);
+                m_beam = *b;
+                m_choice->replaceBeam(*b);
             }
         } catch (const FileError& e) {
             ui::tellUser(this, m_messageHook, QString::fromUtf8(e.what()));

@@ -18,8 +18,8 @@
 #include <type_traits>
 
 #include "beams/beam_edit.h"
+#include "beams/forms/beam_form_links.h"
 #include "core/error.h"
-#include "jobs/beam_design_job.h"
 #include "ui/qt_text.h"
 #include "ui/general_prompts.h"
 
@@ -228,11 +228,9 @@ Bmseting::Bmseting(shell::ShellState& shell, int floor, int beamNumber, QWidget*
     setObjectName(QStringLiteral("Bmseting%1_%2").arg(floor).arg(beamNumber));
     readPrompts();
     try {
-        for (const BeamRecord& b : readBeamFile(m_shell.projectPath(), floor)) {
-            if (b.number == beamNumber) {
-                m_stored = b.settings;
-                m_beamName = ui::toQString(b.name, m_shell.language());
-            }
+        if (const auto b = readStoredBeam(m_shell.projectPath(), floor, beamNumber)) {
+            m_stored = b->settings;
+            m_beamName = ui::toQString(b->name, m_shell.language());
         }
     } catch (const FileError& e) {
         ui::tellUser(this, m_messageHook, QString::fromUtf8(e.what()));
@@ -341,23 +339,14 @@ bool Bmseting::save() {
     try {
         if (m_beamNumber > 0) {
             // The beam's own copy, stored in place as every edit of the beam.
-            bool found = false;
-            for (BeamRecord b : readBeamFile(m_shell.projectPath(), m_beamFloor)) {
-                if (b.number == m_beamNumber) {
-                    b.settings = settings;
-                    storeBeam(m_shell.projectPath(), m_beamFloor, b);
-                    found = true;
-                    try {
-                        jobs::markBeamChanged(m_shell.projectPath(), m_beamFloor, m_beamNumber);
-                    } catch (const FileError& e) {
-                        // Stored; only the state in a busy steel store could not be marked.
-                        ui::tellUser(this, m_messageHook, QString::fromUtf8(e.what()));
-                    }
-                }
-            }
-            if (!found) {
+            std::optional<BeamRecord> b =
+                readStoredBeam(m_shell.projectPath(), m_beamFloor, m_beamNumber);
+            if (!b) {
                 throw InputError("the beam is no longer in its floor's file");
             }
+            b->settings = settings;
+            storeBeam(m_shell.projectPath(), m_beamFloor, *b);
+            markChanged(this, m_messageHook, m_shell.projectPath(), m_beamFloor, m_beamNumber);
         } else {
             writeBeamSettingsFile(m_shell.generalFolder(), settings);
         }

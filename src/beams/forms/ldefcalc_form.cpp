@@ -19,6 +19,7 @@
 #include "beams/beam_edit.h"
 #include "beams/beam_job.h"
 #include "beams/forms/beam_choice.h"
+#include "beams/forms/beam_form_links.h"
 #include "beams/load_cases.h"
 #include "beams/long_term_deflection.h"
 #include "core/codepage.h"
@@ -191,8 +192,7 @@ bool LDefCalc::calculate() {
         record = storeBeam(project, floor, record);
         m_choice->replaceBeam(record);
 
-        const int scheme = record.caseScheme >= 1 && record.caseScheme <= 3 ? record.caseScheme
-                                                                            : kDefaultCaseScheme;
+        const int scheme = storedScheme(record);
         const jobs::ElementReport report =
             jobs::designStoredBeam(project, m_shell.generalFolder(), floor, record.number, scheme,
                                    core::codePageForLanguage(m_shell.language()));
@@ -204,12 +204,8 @@ bool LDefCalc::calculate() {
         }
 
         // The members as the listing shows them (the same engine, nothing written).
-        BeamAnalysisInput model = analysisInput(record, scheme);
-        BeamAnalysisResult analysis = analyzeBeam(model);
-        const BeamDesignResult design =
-            designBeam(designInputFromRecord(record, std::move(model), std::move(analysis),
-                                             beams::designBarTable(m_shell.generalFolder()).rows));
-        const DeflectionResult& d = design.deflection;
+        const StoredDesign shown = designInMemory(record, scheme, m_shell.generalFolder());
+        const DeflectionResult& d = shown.design.deflection;
         m_results->setRowCount(static_cast<int>(d.deflections.size()));
         for (std::size_t m = 0; m < d.deflections.size(); ++m) {
             const MemberDeflection& md = d.deflections[m];
