@@ -143,51 +143,12 @@ ElementReport designStoredBeam(const std::filesystem::path& project,
     return designBeams(project, one, table.rows, scheme, {}, page).elements.front();
 }
 
-} // namespace orvak::jobs
-
-namespace orvak::jobs {
-
-namespace {
-
-/// The project's steel store when it has one; the edits of a project never make one.
-std::optional<bars::IronDatabase> existingStore(const std::filesystem::path& projectFolder) {
-    if (!std::filesystem::exists(bars::ironDatabasePath(projectFolder))) {
-        return std::nullopt;
-    }
-    return bars::OpenIronDatabase(projectFolder);
-}
-
-} // namespace
-
 void markBeamChanged(const std::filesystem::path& projectFolder, int floor, int beamNumber) {
-    std::optional<bars::IronDatabase> store = existingStore(projectFolder);
-    if (!store) {
-        return;
-    }
-    for (const bars::DesignState& state : store->designStates()) {
-        if (state.kind == kBeamKind && state.floor == floor && state.number == beamNumber) {
-            if (state.status != bars::DesignState::Status::NotDesigned ||
-                state.failures != kChangedAfterDesign) {
-                bars::DesignState changed = state;
-                changed.status = bars::DesignState::Status::NotDesigned;
-                changed.when = localTimeText("%Y-%m-%d %H:%M");
-                changed.failures = std::string(kChangedAfterDesign);
-                store->recordDesignState(changed);
-            }
-            return;
-        }
-    }
+    markElementChanged(projectFolder, kBeamKind, floor, beamNumber, kChangedAfterDesign);
 }
 
 void forgetBeam(const std::filesystem::path& projectFolder, int floor, int beamNumber) {
-    std::optional<bars::IronDatabase> store = existingStore(projectFolder);
-    if (!store) {
-        return;
-    }
-    store->replaceElementItems(bars::ElementKind::Slab, static_cast<std::int16_t>(floor),
-                               static_cast<std::int16_t>(beamNumber), {});
-    store->removeDesignState(kBeamKind, static_cast<std::int16_t>(floor),
-                             static_cast<std::int16_t>(beamNumber));
+    forgetElement(projectFolder, kBeamKind, bars::ElementKind::Slab, floor, beamNumber);
 }
 
 } // namespace orvak::jobs

@@ -178,4 +178,49 @@ JobResult runDesignJob(const std::filesystem::path& projectFolder,
     return result;
 }
 
+namespace {
+
+/// The project's steel store when it has one; the edits of a project never make one.
+std::optional<bars::IronDatabase> existingStore(const std::filesystem::path& projectFolder) {
+    if (!std::filesystem::exists(bars::ironDatabasePath(projectFolder))) {
+        return std::nullopt;
+    }
+    return bars::OpenIronDatabase(projectFolder);
+}
+
+} // namespace
+
+void markElementChanged(const std::filesystem::path& projectFolder, std::string_view kind,
+                        int floor, int number, std::string_view reason) {
+    std::optional<bars::IronDatabase> store = existingStore(projectFolder);
+    if (!store) {
+        return;
+    }
+    for (const bars::DesignState& state : store->designStates()) {
+        if (state.kind == kind && state.floor == floor && state.number == number) {
+            if (state.status != bars::DesignState::Status::NotDesigned ||
+                state.failures != reason) {
+                bars::DesignState changed = state;
+                changed.status = bars::DesignState::Status::NotDesigned;
+                changed.when = localTimeText("%Y-%m-%d %H:%M");
+                changed.failures = std::string(reason);
+                store->recordDesignState(changed);
+            }
+            return;
+        }
+    }
+}
+
+void forgetElement(const std::filesystem::path& projectFolder, std::string_view kind,
+                   bars::ElementKind steelKind, int floor, int number) {
+    std::optional<bars::IronDatabase> store = existingStore(projectFolder);
+    if (!store) {
+        return;
+    }
+    store->replaceElementItems(steelKind, static_cast<std::int16_t>(floor),
+                               static_cast<std::int16_t>(number), {});
+    store->removeDesignState(kind, static_cast<std::int16_t>(floor),
+                             static_cast<std::int16_t>(number));
+}
+
 } // namespace orvak::jobs

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "bars/steel_store.h"
@@ -90,5 +91,16 @@ std::string localTimeText(const char* format);
 /// that is not imported yet.
 JobResult runDesignJob(const std::filesystem::path& projectFolder,
                        const std::vector<JobElement>& elements, const JobObserver& observer = {});
+
+/// An element edited after its design no longer stands: where the store records a state for
+/// it, the state becomes "not designed" with `reason` and the time; its steel items stay as
+/// designed until the next design. A project without a steel store has no state to change.
+void markElementChanged(const std::filesystem::path& projectFolder, std::string_view kind,
+                        int floor, int number, std::string_view reason);
+
+/// An element that is gone (or whose number now belongs to another) leaves nothing behind:
+/// its steel items of `steelKind` and its design state go.
+void forgetElement(const std::filesystem::path& projectFolder, std::string_view kind,
+                   bars::ElementKind steelKind, int floor, int number);
 
 } // namespace orvak::jobs
