@@ -34,6 +34,7 @@
 #include "app/project_explorer.h"
 #include "beams/forms/bmdesign_form.h"
 #include "beams/load_cases.h"
+#include "columns/forms/clgroups_form.h"
 #include "core/error.h"
 #include "floors/forms/floor_forms.h"
 #include "shell/forms/openlib_form.h"
@@ -228,8 +229,17 @@ MdiMain::MdiMain(shell::ShellState& shell, std::span<const MenuItem> items, QWid
     connect(m_explorer, &ProjectExplorer::sheetChosen, this,
             [this](const std::filesystem::path& sheet) { openSheet(sheet); });
     connect(m_explorer, &ProjectExplorer::beamChosen, this, [this](int floor, int number) {
-        if (auto* form = qobject_cast<beams::forms::BmDesign*>(openForm(QStringLiteral("BmDesign")))) {
+        if (auto* form =
+                qobject_cast<beams::forms::BmDesign*>(openForm(QStringLiteral("BmDesign")))) {
             form->chooseBeam(floor, number);
+        }
+    });
+    connect(m_explorer, &ProjectExplorer::columnGroupChosen, this, [this](int floor, int number) {
+        if (auto* form =
+                qobject_cast<columns::forms::ClGroups*>(openForm(QStringLiteral("ClGroups")))) {
+            if (form->showLevel(columns::ColumnLevel{floor}) && number > 0) {
+                form->chooseGroup(number);
+            }
         }
     });
     connect(m_explorer, &ProjectExplorer::designFloorRequested, this,

@@ -12,6 +12,8 @@
 #include "beams/forms/bmriprpt_form.h"
 #include "beams/forms/bmseting_form.h"
 #include "beams/forms/ldefcalc_form.h"
+#include "columns/forms/clgroups_form.h"
+#include "columns/forms/clgrprpt_form.h"
 #include "columns/forms/clseting_form.h"
 #include "columns/forms/columns_form.h"
 #include "floors/forms/floor_forms.h"
@@ -43,6 +45,8 @@ using beams::forms::BmDesign;
 using beams::forms::BmRipRpt;
 using beams::forms::Bmseting;
 using beams::forms::LDefCalc;
+using columns::forms::ClGroups;
+using columns::forms::ClGrpRpt;
 using columns::forms::Clseting;
 using columns::forms::Columns;
 using floors::forms::CielData;
@@ -93,11 +97,15 @@ const std::array kMenuTable = {
     // The defaults every new column group copies live in the GENERAL folder as well.
     MenuItem{MainMenu::Columns, coi::kSettings, "Clseting", kAlways, form<Clseting>},
     MenuItem{MainMenu::Columns, coi::kColumnsData, "Columns", kProject, form<Columns>},
+    MenuItem{MainMenu::Columns, coi::kGroups, "ClGroups", kProject, form<ClGroups>},
 
     MenuItem{MainMenu::Quantities, qi::kSteelUpdate, "SteelUpd", kProject, form<SteelUpd>},
     MenuItem{MainMenu::Quantities, qi::kSteelPrint, "SteelQnt", kProject, form<SteelQnt>},
 
     MenuItem{MainMenu::Reports, ri::kBeamRip, "BmRipRpt", kProject, form<BmRipRpt>},
+    MenuItem{MainMenu::Reports, ri::kColumnGroups, "ClGrpRpt", kProject, form<ClGrpRpt>},
+    MenuItem{MainMenu::Reports, ri::kFootingColumnGroups, "FtClGrpRpt", kProject,
+             [](MdiMain& f) -> QWidget* { return new ClGrpRpt(f.shell(), true); }},
 
     MenuItem{MainMenu::Setting, si::kSoftware, "Gsetting", kAlways, form<Gsetting>},
     // The bar tables live in the GENERAL folder, shared by every project.

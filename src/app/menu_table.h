@@ -49,11 +49,14 @@ inline constexpr int kLongTimeDeflection = 5;
 namespace columns_item {
 inline constexpr int kSettings = 0;
 inline constexpr int kColumnsData = 1;
+inline constexpr int kGroups = 3;
 } // namespace columns_item
 
 /// Item indexes of the Reports menu.
 namespace reports_item {
 inline constexpr int kBeamRip = 0;
+inline constexpr int kColumnGroups = 1;
+inline constexpr int kFootingColumnGroups = 2;
 } // namespace reports_item
 
 /// Item indexes of the Cielling (floors) menu.

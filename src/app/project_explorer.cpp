@@ -18,6 +18,8 @@
 #include "core/error.h"
 #include "core/file_util.h"
 #include "floors/floors.h"
+#include "jobs/column_design_job.h"
+#include "jobs/design_job.h"
 #include "ui/general_prompts.h"
 #include "ui/qt_text.h"
 
@@ -43,12 +45,18 @@ constexpr std::size_t kNoProject = 11;
 constexpr std::size_t kDesignFloor = 12;
 constexpr std::size_t kOpenBeam = 18;
 constexpr std::size_t kOpenListing = 19;
-constexpr std::size_t kPromptCount = 19;
+constexpr std::size_t kColumnGroups = 20;
+constexpr std::size_t kFootingLevel = 21;
+constexpr std::size_t kOpenGroups = 22;
+constexpr std::size_t kPromptCount = 22;
 // The floor number of a floor's item.
 constexpr int kFloorRole = Qt::UserRole + 2;
 // The floor and the number of a beam's item.
 constexpr int kBeamFloorRole = Qt::UserRole + 3;
 constexpr int kBeamRole = Qt::UserRole + 4;
+// The level (floor, 0 for the footing level) and the number of a column group's item.
+constexpr int kGroupLevelRole = Qt::UserRole + 5;
+constexpr int kGroupRole = Qt::UserRole + 6;
 
 // Where an item leads: the sheet a double click opens, kept on the item.
 constexpr int kSheetRole = Qt::UserRole;
@@ -58,7 +66,7 @@ constexpr int kKeyRole = Qt::UserRole + 1;
 bool isSheet(const fs::path& file) {
     const std::string ext = file.extension().string();
     return (ext.size() == 7 && ext.rfind(".Analy", 0) == 0 && ext[6] >= '0' && ext[6] <= '9') ||
-           ext == beams::kReportExt;
+           ext == jobs::kColumnSheetExt || ext == beams::kReportExt;
 }
 
 } // namespace
@@ -115,17 +123,9 @@ void ProjectExplorer::refresh() {
     const fs::path project = m_shell.projectPath();
     const auto& language = m_shell.language();
 
-    // The design states, read from a store only where one exists (and no old one waits for
-    // its import): looking must not make a store.
-    std::map<std::tuple<std::string, int, int>, bars::DesignState> states;
-    if (core::findFileNoCase(project, bars::kIronDatabaseFile) &&
-        !bars::legacyImportOffered(project)) {
-        try {
-            for (bars::DesignState& s : bars::OpenIronDatabase(project).designStates()) {
-                states[{s.kind, s.floor, s.number}] = std::move(s);
-            }
-        } catch (const FileError&) {
-        }
+    StateMap states;
+    for (bars::DesignState& s : jobs::recordedDesignStates(project)) {
+        states[{s.kind, s.floor, s.number}] = std::move(s);
     }
 
     std::vector<floors::Floor> floorList;
@@ -166,31 +166,21 @@ void ProjectExplorer::refresh() {
                 continue;
             }
             const bars::DesignState& s = state->second;
-            switch (s.status) {
-            case bars::DesignState::Status::Designed:
-                beamItem->setText(StateColumn, prompt(kDesigned, "designed"));
-                break;
-            case bars::DesignState::Status::ChecksFailed:
-                beamItem->setText(StateColumn, prompt(kChecksFailed, "checks failed"));
-                beamItem->setForeground(StateColumn, QColor(0xB0, 0x00, 0x00));
-                break;
-            case bars::DesignState::Status::NotDesigned:
-                beamItem->setText(StateColumn, prompt(kNotDesigned, "not designed"));
-                beamItem->setForeground(StateColumn, QColor(0xB0, 0x00, 0x00));
-                break;
-            }
-            // A date reads left to right in a right-to-left window too.
-            beamItem->setText(WhenColumn, QChar(0x200E) + QString::fromStdString(s.when));
-            if (!s.failures.empty()) {
-                beamItem->setToolTip(StateColumn, ui::toQString(s.failures, language));
-            }
+            showState(beamItem, s);
             const fs::path flexure =
                 project / (beams::listingBaseName(b) + std::string(beams::kFlexureListingExt));
             if (s.status != bars::DesignState::Status::NotDesigned) {
                 beamItem->setData(0, kSheetRole, QString::fromStdString(flexure.string()));
             }
         }
+        addColumnGroups(floorItem, columns::ColumnLevel{f.number}, states, expanded);
         floorItem->setExpanded(expanded.contains(key) || f.number == m_shell.currentFloor);
+    }
+    if (!floorList.empty()) {
+        auto* footing = new QTreeWidgetItem(m_tree, {prompt(kFootingLevel, "Footing level")});
+        footing->setData(0, kKeyRole, QStringLiteral("footing"));
+        addColumnGroups(footing, columns::ColumnLevel{0}, states, expanded);
+        footing->setExpanded(expanded.contains(QStringLiteral("footing")));
     }
 
     // The sheets of the project folder, by name.
@@ -214,6 +204,68 @@ void ProjectExplorer::refresh() {
     sheetsItem->setExpanded(expanded.contains(QStringLiteral("sheets")));
 }
 
+void ProjectExplorer::showState(QTreeWidgetItem* item, const bars::DesignState& s) {
+    switch (s.status) {
+    case bars::DesignState::Status::Designed:
+        item->setText(StateColumn, prompt(kDesigned, "designed"));
+        break;
+    case bars::DesignState::Status::ChecksFailed:
+        item->setText(StateColumn, prompt(kChecksFailed, "checks failed"));
+        item->setForeground(StateColumn, QColor(0xB0, 0x00, 0x00));
+        break;
+    case bars::DesignState::Status::NotDesigned:
+        item->setText(StateColumn, prompt(kNotDesigned, "not designed"));
+        item->setForeground(StateColumn, QColor(0xB0, 0x00, 0x00));
+        break;
+    }
+    // A date reads left to right in a right-to-left window too.
+    item->setText(WhenColumn, QChar(0x200E) + QString::fromStdString(s.when));
+    if (!s.failures.empty()) {
+        item->setToolTip(StateColumn, ui::toQString(s.failures, m_shell.language()));
+    }
+}
+
+void ProjectExplorer::addColumnGroups(QTreeWidgetItem* parent, columns::ColumnLevel level,
+                                      const StateMap& states, const QSet<QString>& expanded) {
+    const fs::path project = m_shell.projectPath();
+    std::vector<columns::ColumnGroup> groups;
+    try {
+        groups = columns::readGroups(project, level);
+    } catch (const FileError& e) {
+        new QTreeWidgetItem(parent, {QString::fromUtf8(e.what())});
+        return;
+    }
+    if (groups.empty()) {
+        return;
+    }
+    auto* node = new QTreeWidgetItem(parent, {prompt(kColumnGroups, "Column groups") +
+                                              QStringLiteral(" (%1)").arg(groups.size())});
+    const QString key = QStringLiteral("groups %1").arg(level.floor);
+    node->setData(0, kKeyRole, key);
+    node->setData(0, kGroupLevelRole, level.floor);
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        const int number = static_cast<int>(i + 1);
+        auto* item =
+            new QTreeWidgetItem(node, {QStringLiteral("%1  %2").arg(number).arg(
+                                          ui::toQString(groups[i].name, m_shell.language()))});
+        item->setData(0, kGroupLevelRole, level.floor);
+        item->setData(0, kGroupRole, number);
+        const auto state = states.find({std::string(jobs::kColumnGroupKind), level.floor, number});
+        if (state == states.end()) {
+            item->setText(StateColumn, prompt(kNotYet, "not designed yet"));
+            continue;
+        }
+        showState(item, state->second);
+        if (state->second.status != bars::DesignState::Status::NotDesigned) {
+            const jobs::ChosenGroup chosen{level, number, groups[i]};
+            item->setData(
+                0, kSheetRole,
+                QString::fromStdString((project / jobs::columnSheetFileName(chosen)).string()));
+        }
+    }
+    node->setExpanded(expanded.contains(key));
+}
+
 void ProjectExplorer::showMenu(const QPoint& at) {
     QTreeWidgetItem* item = m_tree->itemAt(at);
     if (item == nullptr) {
@@ -227,9 +279,26 @@ void ProjectExplorer::showMenu(const QPoint& at) {
         listing->setEnabled(!sheet.isEmpty());
         QAction* chosen = menu.exec(m_tree->viewport()->mapToGlobal(at));
         if (chosen == form) {
-            emit beamChosen(item->data(0, kBeamFloorRole).toInt(), item->data(0, kBeamRole).toInt());
+            emit beamChosen(item->data(0, kBeamFloorRole).toInt(),
+                            item->data(0, kBeamRole).toInt());
         } else if (chosen == listing) {
             emit sheetChosen(fs::path(sheet.toStdString()));
+        }
+        return;
+    }
+    if (item->data(0, kGroupLevelRole).isValid()) {
+        QAction* form = menu.addAction(prompt(kOpenGroups, "Open the column groups"));
+        QAction* sheet = nullptr;
+        if (item->data(0, kGroupRole).isValid()) {
+            sheet = menu.addAction(prompt(kOpenListing, "Open the listing"));
+            sheet->setEnabled(!item->data(0, kSheetRole).toString().isEmpty());
+        }
+        QAction* chosen = menu.exec(m_tree->viewport()->mapToGlobal(at));
+        if (chosen == form) {
+            emit columnGroupChosen(item->data(0, kGroupLevelRole).toInt(),
+                                   item->data(0, kGroupRole).toInt());
+        } else if (chosen != nullptr && chosen == sheet) {
+            emit sheetChosen(fs::path(item->data(0, kSheetRole).toString().toStdString()));
         }
         return;
     }
@@ -247,6 +316,11 @@ void ProjectExplorer::showMenu(const QPoint& at) {
 void ProjectExplorer::activated(QTreeWidgetItem* item) {
     if (item != nullptr && item->data(0, kBeamRole).isValid()) {
         emit beamChosen(item->data(0, kBeamFloorRole).toInt(), item->data(0, kBeamRole).toInt());
+        return;
+    }
+    if (item != nullptr && item->data(0, kGroupRole).isValid()) {
+        emit columnGroupChosen(item->data(0, kGroupLevelRole).toInt(),
+                               item->data(0, kGroupRole).toInt());
         return;
     }
     const QString sheet = item ? item->data(0, kSheetRole).toString() : QString();

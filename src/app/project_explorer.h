@@ -1,11 +1,19 @@
 // The project explorer: a dock of the main window with the project's floors, under each its
-// beams with what their last design made of them (and when), and the project's sheets. A
-// double click opens a sheet in the text viewer, or a beam in the beam form; a beam's menu
-// opens its flexure listing too.
+// beams and column groups with what their last design made of them (and when), the footing
+// level's column groups, and the project's sheets. A double click opens a sheet in the text
+// viewer, a beam in the beam form, or a group in the column groups form; the menu of a beam or
+// a group opens its sheet too.
 #pragma once
 
 #include <QDockWidget>
+#include <QSet>
 #include <filesystem>
+#include <map>
+#include <string>
+#include <tuple>
+
+#include "bars/steel_store.h"
+#include "columns/column_records.h"
 
 #include "shell/prompts.h"
 #include "shell/shell_state.h"
@@ -37,6 +45,10 @@ signals:
     void sheetChosen(const std::filesystem::path& sheet);
     /// A beam was chosen (a double click on it, or its menu): its form is to open.
     void beamChosen(int floor, int number);
+    /// A column group was chosen (a double click on it, or the menu of a group or of a
+    /// level's groups, `number` 0): the column groups form is to open at it. `floor` 0 is the
+    /// footing level.
+    void columnGroupChosen(int floor, int number);
     /// "Design all beams of the floor" was chosen in a floor's context menu.
     void designFloorRequested(int floor);
 
@@ -44,6 +56,11 @@ private:
     QString prompt(std::size_t n, std::string_view english) const;
     void activated(QTreeWidgetItem* item);
     void showMenu(const QPoint& at);
+    using StateMap = std::map<std::tuple<std::string, int, int>, bars::DesignState>;
+    void showState(QTreeWidgetItem* item, const bars::DesignState& state);
+    /// The level's column groups under `parent`, with their states; nothing when it has none.
+    void addColumnGroups(QTreeWidgetItem* parent, columns::ColumnLevel level,
+                         const StateMap& states, const QSet<QString>& expanded);
 
     shell::ShellState& m_shell;
     shell::PromptList m_prompts;

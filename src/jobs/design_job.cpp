@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 
 #include "core/error.h"
+#include "core/file_util.h"
 
 namespace orvak::jobs {
 
@@ -221,6 +222,18 @@ void forgetElement(const std::filesystem::path& projectFolder, std::string_view 
                                static_cast<std::int16_t>(number), {});
     store->removeDesignState(kind, static_cast<std::int16_t>(floor),
                              static_cast<std::int16_t>(number));
+}
+
+std::vector<bars::DesignState> recordedDesignStates(const std::filesystem::path& projectFolder) {
+    if (!core::findFileNoCase(projectFolder, bars::kIronDatabaseFile) ||
+        bars::legacyImportOffered(projectFolder)) {
+        return {};
+    }
+    try {
+        return bars::OpenIronDatabase(projectFolder).designStates();
+    } catch (const FileError&) {
+        return {};
+    }
 }
 
 } // namespace orvak::jobs

@@ -103,4 +103,9 @@ void markElementChanged(const std::filesystem::path& projectFolder, std::string_
 void forgetElement(const std::filesystem::path& projectFolder, std::string_view kind,
                    bars::ElementKind steelKind, int floor, int number);
 
+/// The design states the project's store records, for showing them: none where the project
+/// has no store (looking makes none), an old store waits for its import, or the store cannot
+/// be read (the next design run says why).
+std::vector<bars::DesignState> recordedDesignStates(const std::filesystem::path& projectFolder);
+
 } // namespace orvak::jobs

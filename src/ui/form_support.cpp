@@ -12,6 +12,8 @@
 #include <QWidget>
 #include <algorithm>
 
+#include "core/file_util.h"
+#include "core/rtf_text.h"
 #include "shell/prompts.h"
 #include "shell/shell_state.h"
 #include "ui/general_prompts.h"
@@ -87,7 +89,8 @@ void showBeside(QWidget* form, QWidget* other, QSize size) {
         QMdiSubWindow* window = area->addSubWindow(other);
         window->setAttribute(Qt::WA_DeleteOnClose);
         const QSize room = area->viewport()->size();
-        window->resize(std::min(size.width(), room.width()), std::min(size.height(), room.height()));
+        window->resize(std::min(size.width(), room.width()),
+                       std::min(size.height(), room.height()));
         window->show();
         area->setActiveSubWindow(window);
     } else {
@@ -108,6 +111,23 @@ EditAsc* openReportViewer(QWidget* form, const shell::ShellState& shell, const Q
     }
     viewer->showText(title, text);
     showBeside(form, viewer, kViewerSize);
+    return viewer;
+}
+
+EditAsc* openSheetViewer(QWidget* form, const shell::ShellState& shell,
+                         const std::filesystem::path& file, const MessageHook& hook) {
+    const auto bytes = core::readWholeFile(file);
+    if (!bytes) {
+        return nullptr;
+    }
+    std::string text(bytes->begin(), bytes->end());
+    if (file.extension() == ".rtf") {
+        text = core::rtfPlainText(text);
+    }
+    EditAsc* viewer =
+        openReportViewer(form, shell, QString::fromStdString(file.filename().string()),
+                         toQString(text, shell.language()), hook);
+    setSheetTitleBlock(viewer, shell, QString::fromStdString(file.stem().string()));
     return viewer;
 }
 

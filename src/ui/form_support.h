@@ -5,6 +5,7 @@
 #include <QMessageBox>
 #include <QSize>
 #include <QString>
+#include <filesystem>
 #include <functional>
 
 class QFont;
@@ -50,5 +51,11 @@ void showBeside(QWidget* form, QWidget* other, QSize size);
 /// closed. Captions of its toolbar come from the general prompts.
 EditAsc* openReportViewer(QWidget* form, const shell::ShellState& shell, const QString& title,
                           const QString& text, const MessageHook& hook);
+
+/// Opens a sheet or listing file (an ".rtf" report as its plain text) in the viewer beside
+/// `form`, with the title block of its printed pages; nullptr when the file cannot be read
+/// (the caller says why: not designed yet, say).
+EditAsc* openSheetViewer(QWidget* form, const shell::ShellState& shell,
+                         const std::filesystem::path& file, const MessageHook& hook);
 
 } // namespace orvak::ui

@@ -15,7 +15,6 @@
 #include "beams/forms/beam_choice.h"
 #include "core/error.h"
 #include "core/file_util.h"
-#include "core/rtf_text.h"
 #include "ui/general_prompts.h"
 #include "ui/qt_text.h"
 #include "ui/text_viewer.h"
@@ -139,19 +138,10 @@ QWidget* BmRipRpt::showFile(const fs::path& file, const QString& missing) {
         ui::tellUser(this, m_messageHook, prompt(kNoBeam, "Choose a floor and a beam first."));
         return nullptr;
     }
-    const auto bytes = core::readWholeFile(file);
-    if (!bytes) {
+    ui::EditAsc* viewer = ui::openSheetViewer(this, m_shell, file, m_messageHook);
+    if (viewer == nullptr) {
         ui::tellUser(this, m_messageHook, missing);
-        return nullptr;
     }
-    std::string text(bytes->begin(), bytes->end());
-    if (file.extension() == ".rtf") {
-        text = core::rtfPlainText(text);
-    }
-    ui::EditAsc* viewer =
-        ui::openReportViewer(this, m_shell, QString::fromStdString(file.filename().string()),
-                             ui::toQString(text, m_shell.language()), m_messageHook);
-    ui::setSheetTitleBlock(viewer, m_shell, QString::fromStdString(file.stem().string()));
     return viewer;
 }
 
