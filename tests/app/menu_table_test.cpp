@@ -72,9 +72,9 @@ TEST_F(MenuTableTest, ItemsThatNeedAProjectWaitForOne) {
         needing += row.needsProject ? 1 : 0;
     }
     // Project data, archive, copy, the four floor forms, the beam form, the deflection
-    // calculation, the beam reports, the column list and the two steel forms work on the
-    // current project.
-    EXPECT_EQ(needing, 13);
+    // calculation, the beam reports, the column list, the column groups, the two column
+    // group reports and the two steel forms work on the current project.
+    EXPECT_EQ(needing, 16);
     // Asked for all the same, the form of such an item says why it does not open.
     EXPECT_EQ(window.open(MainMenu::Project, project_item::kProjectData), nullptr);
     EXPECT_EQ(m_messages, QStringList{kNoProject});
@@ -122,10 +122,10 @@ TEST_F(MenuTableTest, EachFormOpensInOneWindow) {
         forms << name;
     }
     forms.sort();
-    EXPECT_EQ(forms, QStringList({"BmDesign", "BmRipRpt", "Bmseting", "CielData", "CielThick", "Clseting",
-                                  "Columns", "Gsetting",
-                                  "LDefCalc", "Netiron", "NewCiel", "Projdata", "Roundbar",
-                                  "SlcCiel", "SteelQnt", "SteelUpd", "spacing"}));
+    EXPECT_EQ(forms, QStringList({"BmDesign", "BmRipRpt", "Bmseting", "CielData", "CielThick",
+                                  "ClGroups", "ClGrpRpt", "Clseting", "Columns",  "FtClGrpRpt",
+                                  "Gsetting", "LDefCalc", "Netiron",  "NewCiel",  "Projdata",
+                                  "Roundbar", "SlcCiel",  "SteelQnt", "SteelUpd", "spacing"}));
     EXPECT_EQ(window.mdiArea()->subWindowList().size(), forms.size());
     EXPECT_EQ(window.openForm("roundbar"), window.openForm("Roundbar"));
     EXPECT_EQ(window.mdiArea()->subWindowList().size(), forms.size());
@@ -163,8 +163,8 @@ TEST_F(MenuTableTest, ItemsNotInThisVersionSaySo) {
     }
     // Among them a whole menu of items, an item of a menu with built ones, a sub-menu and
     // the Graphics entry of the menu bar.
-    for (const char* text :
-         {"Groups data/Design", "Filling", "plotter ", "Graphics", "Columns groups"}) {
+    for (const char* text : {"Down load on columns from slabs", "Filling", "plotter ", "Graphics",
+                             "Foundations groups"}) {
         EXPECT_TRUE(unbuilt.contains(text)) << text;
     }
     EXPECT_EQ(window.plotterItem(0)->statusTip(), kNotInThisVersion);

@@ -12,8 +12,10 @@
 #include "bars/bar_tables.h"
 #include "beams/beam_job.h"
 #include "beams/forms/bmdesign_form.h"
+#include "columns/forms/clgroups_form.h"
 #include "core/codepage.h"
 #include "jobs/beam_design_job.h"
+#include "jobs/column_design_job.h"
 #include "ui/shell_fixture.h"
 #include "ui/text_viewer.h"
 
@@ -31,10 +33,11 @@ TEST_F(ProjectExplorerTest, ShowsTheStatesOfTheLastRunAndOpensSheets) {
     QTreeWidget* tree = window.explorer()->tree();
     const fs::path project = shell.projectPath();
 
-    // The demo: two floors, four and two beams, none designed; looking made no store.
-    ASSERT_EQ(tree->topLevelItemCount(), 3); // two floors and the sheets
+    // The demo: two floors, four and two beams and their column groups, the footing level's
+    // groups, none designed; looking made no store.
+    ASSERT_EQ(tree->topLevelItemCount(), 4); // two floors, the footing level and the sheets
     QTreeWidgetItem* first = tree->topLevelItem(0);
-    ASSERT_EQ(first->childCount(), 4);
+    ASSERT_EQ(first->childCount(), 5); // four beams and the column groups
     EXPECT_EQ(first->child(0)->text(ProjectExplorer::StateColumn), "not designed yet");
     EXPECT_FALSE(fs::exists(project / "Iron.db"));
 
@@ -44,7 +47,7 @@ TEST_F(ProjectExplorerTest, ShowsTheStatesOfTheLastRunAndOpensSheets) {
     window.explorer()->refresh();
 
     first = tree->topLevelItem(0);
-    for (int i = 0; i < first->childCount(); ++i) {
+    for (int i = 0; i < 4; ++i) {
         EXPECT_EQ(first->child(i)->text(ProjectExplorer::StateColumn), "designed");
         // "yyyy-mm-dd hh:mm" behind a left-to-right mark.
         EXPECT_EQ(first->child(i)->text(ProjectExplorer::WhenColumn).size(), 17);
@@ -52,7 +55,7 @@ TEST_F(ProjectExplorerTest, ShowsTheStatesOfTheLastRunAndOpensSheets) {
     EXPECT_EQ(tree->topLevelItem(1)->child(0)->text(ProjectExplorer::StateColumn),
               "not designed yet");
     // Four listings and the report for each of the four beams.
-    QTreeWidgetItem* sheets = tree->topLevelItem(2);
+    QTreeWidgetItem* sheets = tree->topLevelItem(3);
     ASSERT_EQ(sheets->childCount(), 20);
 
     // A beam opens in the beam form; a sheet in the viewer.
@@ -61,7 +64,8 @@ TEST_F(ProjectExplorerTest, ShowsTheStatesOfTheLastRunAndOpensSheets) {
     ASSERT_EQ(chosenBeam.size(), 1);
     EXPECT_EQ(chosenBeam.at(0).at(0).toInt(), 1);
     EXPECT_EQ(chosenBeam.at(0).at(1).toInt(), 2);
-    auto* form = qobject_cast<beams::forms::BmDesign*>(window.mdiArea()->activeSubWindow()->widget());
+    auto* form =
+        qobject_cast<beams::forms::BmDesign*>(window.mdiArea()->activeSubWindow()->widget());
     ASSERT_NE(form, nullptr);
     ASSERT_NE(form->beam(), nullptr);
     EXPECT_EQ(form->beam()->number, 2);
@@ -79,6 +83,27 @@ TEST_F(ProjectExplorerTest, ShowsTheStatesOfTheLastRunAndOpensSheets) {
     EXPECT_EQ(window.mdiArea()->subWindowList().size(), 1);
     // The same sheet again brings the same viewer forward.
     EXPECT_EQ(window.openSheet(sheet), viewer);
+    window.mdiArea()->closeAllSubWindows();
+
+    // The footing level's groups, designed, with their sheets among the project's; a group
+    // opens in the column groups form at its level.
+    const jobs::JobResult groups = jobs::designColumnGroups(
+        project, jobs::chooseColumnGroups(project, {true, 0, {}}, core::CodePage::Windows1252),
+        bars::builtInBarProperties());
+    ASSERT_FALSE(groups.elements.empty());
+    window.explorer()->refresh();
+    QTreeWidgetItem* footing = tree->topLevelItem(2)->child(0);
+    ASSERT_EQ(footing->childCount(), static_cast<int>(groups.elements.size()));
+    EXPECT_EQ(footing->child(0)->text(ProjectExplorer::StateColumn),
+              groups.elements[0].status == jobs::ElementStatus::Designed ? "designed"
+                                                                         : "checks failed");
+    EXPECT_EQ(tree->topLevelItem(3)->childCount(), 20 + static_cast<int>(groups.elements.size()));
+    emit tree->itemActivated(footing->child(0), 0);
+    auto* groupsForm =
+        qobject_cast<columns::forms::ClGroups*>(window.mdiArea()->activeSubWindow()->widget());
+    ASSERT_NE(groupsForm, nullptr);
+    EXPECT_TRUE(groupsForm->level().footing());
+    EXPECT_EQ(groupsForm->currentGroup(), 1);
 }
 
 // The floor's run from the window goes off the GUI thread, and writes what the command line

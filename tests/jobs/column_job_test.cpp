@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <optional>
 
 #include "bars/steel_store.h"
 #include "beams/beam_job_fixture.h"
@@ -10,6 +11,7 @@
 #include "core/error.h"
 #include "floors/floors.h"
 #include "jobs/column_design_job.h"
+#include "jobs/column_groups_store.h"
 #include "support/temp_dir.h"
 
 namespace orvak::jobs {
@@ -146,6 +148,81 @@ TEST_F(ColumnJob, ARunWritesEachGroupsSheetWithItsBarsAndAFailingGroupKeepsNone)
     EXPECT_TRUE(db.findItem(bars::makeMainKey(4, 0, 1, 1, 0)));
     // Floor 1's group of the same name keeps its own bars.
     EXPECT_EQ(db.itemsByMark(kColumnSteelKind, "Gr-C1").size(), 2u);
+}
+
+// An edit of a level's groups: the record numbers of the groups after a deleted one shift, and
+// the steel and state stored under a number may not pass to the group that takes it.
+TEST_F(ColumnJob, StoredGroupsTakeTheirMembersAndTheStoreFollowsTheNumbers) {
+    // Three groups of 40 x 40 columns, each carrying 150 t: all three design.
+    columns::writeColumns(project(), ColumnLevel{1},
+                          {column("C1", 1, 300, 150.0f), column("C2", 2, 300, 150.0f),
+                           column("C3", 3, 300, 150.0f), column("C4", 3, 300, 150.0f)});
+    columns::writeGroups(project(), ColumnLevel{1},
+                         {group("Gr-C1"), group("Gr-C2"), group("Gr-C3")});
+    const JobResult run = designColumnGroups(
+        project(), chooseColumnGroups(project(), {false, 1, {}}, core::CodePage::Windows1252),
+        kBars);
+    ASSERT_EQ(run.failing(), 0u);
+
+    const auto stateOf = [&](int number) -> std::optional<bars::DesignState> {
+        for (const bars::DesignState& st : bars::OpenIronDatabase(project()).designStates()) {
+            if (st.kind == kColumnGroupKind && st.floor == 1 && st.number == number) {
+                return st;
+            }
+        }
+        return std::nullopt;
+    };
+    const auto itemsOf = [&](int number) {
+        std::size_t n = 0;
+        for (const char* name : {"Gr-C1", "Gr-C2", "Gr-C3"}) {
+            for (const bars::SteelItem& item :
+                 bars::OpenIronDatabase(project()).itemsByMark(kColumnSteelKind, name)) {
+                n += item.beam == number ? 1 : 0;
+            }
+        }
+        return n;
+    };
+
+    // Group 2 goes, group 1 gets a wider section, group 3 (now 2) takes C2 as well.
+    std::vector<columns::Column> cols = columns::readColumns(project(), ColumnLevel{1});
+    cols[1].group = 2;
+    cols[2].group = 2;
+    cols[3].group = 2;
+    ColumnGroup wider = group("Gr-C1");
+    wider.dims = {50, 40, 0, 0, 0};
+    storeColumnGroups(project(), ColumnLevel{1}, {{wider, 1, true}, {group("Gr-C3"), 3, true}},
+                      cols, 3);
+
+    const std::vector<ColumnGroup> stored = columns::readGroups(project(), ColumnLevel{1});
+    ASSERT_EQ(stored.size(), 2u);
+    EXPECT_EQ(stored[1].name, "Gr-C3");
+    EXPECT_EQ(columns::readColumns(project(), ColumnLevel{1})[1].group, 2);
+    // Group 1 changed in place: its bars stay until its next design, its state says why.
+    ASSERT_TRUE(stateOf(1));
+    EXPECT_EQ(stateOf(1)->status, bars::DesignState::Status::NotDesigned);
+    EXPECT_EQ(stateOf(1)->failures, kGroupChangedAfterDesign);
+    EXPECT_EQ(itemsOf(1), 1u);
+    // Number 2 now stands for the former group 3, designed for other members: nothing of the
+    // deleted group 2 (nor of group 3's old number) remains.
+    EXPECT_FALSE(stateOf(2));
+    EXPECT_EQ(itemsOf(2), 0u);
+    EXPECT_FALSE(stateOf(3));
+    EXPECT_EQ(itemsOf(3), 0u);
+
+    // A column of a group that does not exist is refused before either file is written.
+    cols[0].group = 3;
+    EXPECT_THROW(storeColumnGroups(project(), ColumnLevel{1}, {{wider, 1, false}}, cols, 2),
+                 InputError);
+    EXPECT_EQ(columns::readGroups(project(), ColumnLevel{1}).size(), 2u);
+
+    // No group left: the group file goes, the columns stay with none.
+    for (columns::Column& c : cols) {
+        c.group = 0;
+    }
+    storeColumnGroups(project(), ColumnLevel{1}, {}, cols, 2);
+    EXPECT_FALSE(fs::exists(project() / "COLSGRP.101"));
+    EXPECT_EQ(columns::readColumns(project(), ColumnLevel{1}).size(), 4u);
+    EXPECT_FALSE(stateOf(1));
 }
 
 TEST_F(ColumnJob, TheChoiceIsRefusedWithASentenceBeforeAnythingIsDesigned) {

@@ -722,6 +722,14 @@ void ClGroups::memberToggled(QListWidgetItem* item) {
     }
     int& owner = m_memberOf[static_cast<std::size_t>(row)];
     const int before = owner;
+    // An empty group takes the section of its first member, as the columns were entered.
+    if (item->checkState() == Qt::Checked &&
+        std::count(m_memberOf.begin(), m_memberOf.end(), m_current) == 0) {
+        const Column& first = m_columns[static_cast<std::size_t>(row)];
+        ColumnGroup& g = m_groups[static_cast<std::size_t>(m_current)].group;
+        g.type = first.type;
+        g.dims = first.dims;
+    }
     owner = item->checkState() == Qt::Checked ? m_current : (owner == m_current ? -1 : owner);
     if (owner == before) {
         return;

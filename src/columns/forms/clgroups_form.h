@@ -2,7 +2,8 @@
 // ("Gr-C" and a number), ticks the columns of the level that belong to each (a column belongs
 // to one group at most), gives each its section and cover, and designs one group or all; the
 // problems of the run are shown together at its end. A group with members takes their
-// governing load and moments; one without members keeps its own.
+// governing load and moments; one without members keeps its own. An empty group takes the
+// section of the first column ticked into it.
 #pragma once
 
 #include <QWidget>
