@@ -65,17 +65,20 @@ struct EndMoments {
     float m2 = 0.0f; ///< the larger end moment, t·m (the divisor of M1/M2)
     float m1 = 0.0f; ///< the smaller end moment, t·m; negative in reverse curvature
     bool operator==(const EndMoments&) const = default;
+    /// The same pair seen from the other side when M2 is negative: both signs turn, so M2 is
+    /// its size and M1/M2 (the curvature) is kept. The column list shows M2 as a size.
+    EndMoments withPositiveM2() const { return m2 < 0.0f ? EndMoments{-m2, -m1} : *this; }
 };
 
 struct Column {
-    std::string name;        ///< single-byte, cut to 10 characters on saving
-    std::int16_t group = 0;  ///< number of its group at the same level (record number), 0 none
-    std::int16_t type = 1;   ///< section type 1..5
-    float heightCm = 0.0f;   ///< grid column 3: clear height, cm
+    std::string name;            ///< single-byte, cut to 10 characters on saving
+    std::int16_t group = 0;      ///< number of its group at the same level (record number), 0 none
+    std::int16_t type = 1;       ///< section type 1..5
+    float heightCm = 0.0f;       ///< grid column 3: clear height, cm
     std::array<float, 5> dims{}; ///< a, b, c, d, e, cm
-    EndMoments x;            ///< grid column 5 is x.m2
+    EndMoments x;                ///< grid column 5 is x.m2
     EndMoments y;
-    float puT = 0.0f;        ///< grid column 4: factored axial load, t
+    float puT = 0.0f; ///< grid column 4: factored axial load, t
     bool operator==(const Column&) const = default;
 };
 
@@ -125,22 +128,22 @@ static_assert(kGroupLayout["secondAxis"].offset == 536 && kGroupLayout["barCount
 static_assert(kGroupLayout["barDiameter"].offset == 540 && kGroupLayout["settings"].offset == 542);
 
 struct ColumnGroup {
-    std::string name;        ///< at most 20 characters
-    std::string text;        ///< a free text of the group, at most 30 characters
+    std::string name;         ///< at most 20 characters
+    std::string text;         ///< a free text of the group, at most 30 characters
     std::int16_t members = 0; ///< columns of the level assigned to it when last gathered
     GroupState state = GroupState::NotDesigned;
-    float colLenCm = 0.0f;   ///< ColLen: height of the column, cm
-    std::int16_t type = 1;   ///< section type 1..7
+    float colLenCm = 0.0f;       ///< ColLen: height of the column, cm
+    std::int16_t type = 1;       ///< section type 1..7
     std::array<float, 5> dims{}; ///< a, b, c, d, e, cm
-    float coverCm = 0.0f;    ///< 0: the cover of the settings copy
-    float steelAreaCm2 = 0.0f; ///< steel provided by the last design
-    float puT = 0.0f;        ///< Pu, t
-    EndMoments x;            ///< M2 at 520, M1 at 524
-    EndMoments y;            ///< at 528, 532
+    float coverCm = 0.0f;        ///< 0: the cover of the settings copy
+    float steelAreaCm2 = 0.0f;   ///< steel provided by the last design
+    float puT = 0.0f;            ///< Pu, t
+    EndMoments x;                ///< M2 at 520, M1 at 524
+    EndMoments y;                ///< at 528, 532
     /// 1 when the load is largely sustained: the creep ratio applies to the stiffness and the
     /// slenderness over the dimension a is checked against 100 as well.
     std::int16_t secondAxis = 0;
-    std::int16_t barCount = 0;    ///< bars chosen by the last design
+    std::int16_t barCount = 0; ///< bars chosen by the last design
     std::int16_t barDiameterMm = 0;
     ColumnSettings settings = defaultColumnSettings(); ///< the group's own copy
 

@@ -57,8 +57,9 @@ PromptList parsePrompts(std::string content, std::size_t firstLine, std::size_t 
 std::string placeholderText(std::string_view line, int k);
 
 /// Keys and line ranges of the shell's own prompts.
-/// 30 prompts from line 2.
+/// kGeneralPromptLines prompts from line 2.
 inline constexpr std::string_view kGeneralPromptKey = "GNRL";
+inline constexpr std::size_t kGeneralPromptLines = 31;
 /// 36 prompts from line 2, and 120 from line 49.
 inline constexpr std::string_view kGlobalPromptKey = "GLBLPRM";
 /// Captions of the main frame.

@@ -261,8 +261,8 @@ ShellState runStartup(const StartupOptions& options) {
 }
 
 void loadShellPrompts(ShellState& shell) {
-    shell.generalPrompts =
-        readPrompts(shell.programFolder, shell.language(), kGeneralPromptKey, 2, 30);
+    shell.generalPrompts = readPrompts(shell.programFolder, shell.language(), kGeneralPromptKey, 2,
+                                       kGeneralPromptLines);
     shell.globalPrompts1 =
         readPrompts(shell.programFolder, shell.language(), kGlobalPromptKey, 2, 36);
     shell.globalPrompts2 =

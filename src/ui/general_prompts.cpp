@@ -45,6 +45,7 @@ constexpr std::array<std::string_view, kGeneralPromptCount> kEnglishGeneral = {
     "%1: at most %2 characters.",
     "Delete this table file?",
     "Delete",
+    "Row %1, %2: the cell is empty; give a value from %3 to %4.",
 };
 
 } // namespace

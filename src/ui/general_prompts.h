@@ -50,9 +50,10 @@ enum class General : std::size_t {
     TextTooLong = 28, ///< "%1" field label, "%2" width in characters
     DeleteTableFile = 29,
     Delete = 30,
+    EmptyValue = 31, ///< "%1" row, "%2" column heading, "%3" minimum, "%4" maximum
 };
 
-inline constexpr std::size_t kGeneralPromptCount = 30;
+inline constexpr std::size_t kGeneralPromptCount = shell::kGeneralPromptLines;
 
 /// The general prompt in the current language, or its English text when not read.
 QString generalPrompt(const shell::ShellState& shell, General prompt);

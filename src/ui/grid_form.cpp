@@ -181,7 +181,18 @@ bool GridForm::refuseBadCell() {
             if (model.kindAt(r, c) != 1 || m_grid->view()->isColumnHidden(c)) {
                 continue;
             }
-            const QString refusal = refusedNumberMessage(m_shell, model, r, c);
+            QString refusal = refusedNumberMessage(m_shell, model, r, c);
+            if (!refusal.isEmpty() && model.cellText(r, c).trimmed().isEmpty()) {
+                // An empty cell that must hold a number: say which and what it may hold.
+                const shell::Limits limits = model.limitsAt(r, c);
+                refusal = generalPrompt(m_shell, General::EmptyValue)
+                              .arg(r + 1)
+                              .arg(model.headerData(c, Qt::Horizontal, Qt::DisplayRole)
+                                       .toString()
+                                       .replace(QLatin1Char('\n'), QLatin1Char(' ')))
+                              .arg(QString::number(limits.minimum, 'g', 12),
+                                   QString::number(limits.maximum, 'g', 12));
+            }
             if (!refusal.isEmpty()) {
                 tell(refusal);
                 if (isVisible()) {

@@ -156,8 +156,11 @@ void Columns::load() {
         readOk = false;
     }
     for (std::size_t i = 0; i < m_stored.size(); ++i) {
+        // The grid holds M2 as a size; a pair stored with a negative M2 (an import, say) is
+        // shown from the other side, its curvature kept.
         m_rows[i] = m_stored[i];
-        showColumn(static_cast<int>(i), m_stored[i]);
+        m_rows[i].x = m_rows[i].x.withPositiveM2();
+        showColumn(static_cast<int>(i), m_rows[i]);
     }
     finishLoad(readOk);
 }

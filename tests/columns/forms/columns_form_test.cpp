@@ -105,8 +105,12 @@ TEST_F(ColumnsTest, ARefusedValueWritesNothing) {
         const char* text;
         const char* told;
     };
+    // A named row without its type says which cell is empty and what it may hold.
     for (const Case& c : {Case{0, Type, "6", "1 to 5"}, Case{1, DimA, "1000", "0 to 999.9"},
-                          Case{3, Type, "1", "Row 4 has no name."}}) {
+                          Case{3, Type, "1", "Row 4 has no name."},
+                          Case{0, Type, "",
+                               "Row 1, Type (1-5): the cell is empty; give a value "
+                               "from 1 to 5."}}) {
         SCOPED_TRACE(c.text);
         const QString was = grid.cellText(c.row, c.cell);
         ASSERT_TRUE(test::typeInto(grid, 1, Height, "310")); // an edit to save
@@ -118,6 +122,21 @@ TEST_F(ColumnsTest, ARefusedValueWritesNothing) {
         EXPECT_EQ(test::readBytes(project() / "COLUMNS.101"), file);
         grid.setCellText(c.row, c.cell, was);
     }
+}
+
+// A pair of end moments stored with a negative M2 (an import) is shown as its size, and saved
+// seen from the other side: M1/M2 and the size of M2 are what the design reads, and they stay.
+TEST_F(ColumnsTest, ANegativeM2IsShownAsItsSizeAndSavedWithItsCurvature) {
+    Column c = column("N1", 50.0f);
+    c.x = {-4.0f, 2.0f}; // M1/M2 = -0.5: reverse curvature
+    writeColumns(project(), ColumnLevel{1}, {c});
+    auto form = open<Columns>();
+    EXPECT_EQ(form->grid()->cellText(0, Moment), "4");
+    ASSERT_TRUE(test::typeInto(*form->grid(), 0, Height, "320"));
+    ASSERT_TRUE(form->save()) << m_messages.join('\n').toStdString();
+    const Column saved = floorOne()[0];
+    EXPECT_FLOAT_EQ(saved.x.m2, 4.0f);
+    EXPECT_FLOAT_EQ(saved.x.m1 / saved.x.m2, -0.5f);
 }
 
 TEST_F(ColumnsTest, DeletedRowsCloseUpAndTheFloorGoesDownToTheFootingLevel) {
