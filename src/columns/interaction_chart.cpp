@@ -12,6 +12,7 @@
 
 #include "core/concrete.h"
 #include "core/error.h"
+#include "core/tolerances.h"
 
 namespace orvak::columns {
 
@@ -101,21 +102,25 @@ struct Axis {
     double lo = 0.0, hi = 1.0, step = 1.0;
 };
 Axis niceAxis(double lo, double hi, int decimals, int maxSteps) {
+    // A bound within this fraction of a step of a tick is on it (the moment at the ends of a
+    // symmetric section is zero up to rounding).
+    constexpr double kOnTick = 1e-6;
     if (!(hi > lo)) {
         hi = lo + std::pow(10.0, -decimals);
     }
-    for (double decade = std::pow(10.0, -decimals);; decade *= 10.0) {
+    double decade = std::pow(10.0, -decimals);
+    // Chart values are of order one; twenty decades cover any section the records allow.
+    for (int k = 0; k < 20; ++k, decade *= 10.0) {
         for (const double f : {1.0, 2.0, 5.0}) {
             const double step = f * decade;
-            // A bound within a millionth of a step of a tick is on it (the moment at the ends
-            // of a symmetric section is zero up to rounding).
-            const double a = std::floor(lo / step + 1e-6) * step;
-            const double b = std::ceil(hi / step - 1e-6) * step;
-            if ((b - a) / step <= maxSteps + 1e-9) {
+            const double a = std::floor(lo / step + kOnTick) * step;
+            const double b = std::ceil(hi / step - kOnTick) * step;
+            if (std::lround((b - a) / step) <= maxSteps) {
                 return {a, b, step};
             }
         }
     }
+    return {lo, hi, hi - lo};
 }
 
 constexpr std::string_view kTick = " class=\"tick\"";
@@ -223,13 +228,13 @@ std::optional<InteractionChart> interactionChart(const ColumnGroup& group,
 
     std::vector<std::pair<double, bool>> ratios = {{r.axial->astMin, false}};
     for (const double rho : kChartRatios) {
-        if (rho > r.axial->astMin + 1e-9) {
+        if (rho > r.axial->astMin + core::kAbsoluteEqual) {
             ratios.emplace_back(rho, false);
         }
     }
     if (lastSearch(b).found() && b.rho > 0.0) {
         const auto same = std::find_if(ratios.begin(), ratios.end(), [&](const auto& x) {
-            return std::abs(x.first - b.rho) <= 1e-9;
+            return std::abs(x.first - b.rho) <= core::kAbsoluteEqual;
         });
         if (same != ratios.end()) {
             same->second = true;

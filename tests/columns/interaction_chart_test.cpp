@@ -149,10 +149,6 @@ TEST(InteractionChart, OnlyADesignThatReachedTheBendingStageIsCharted) {
     r = designColumn(g, kBars);
     ASSERT_EQ(r.status, ColumnStatus::SectionTooSmall);
     EXPECT_FALSE(interactionChart(g, r));
-    // A dimension missing.
-    g = rectangleGroup(40, 0, 100.0f, 1.0f);
-    g.type = 3;
-    EXPECT_FALSE(interactionChart(g, designColumn(g, kBars)));
 }
 
 TEST(InteractionChartSvg, AxesLabelsAndTickFormats) {
