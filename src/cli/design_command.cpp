@@ -137,7 +137,8 @@ void addDesignCommands(CLI::App& app, CommandContext& context) {
     auto* design = app.add_subcommand(
         "design",
         "Design the beams of a project: listings (.Analy0 to .Analy3), the report (.rtf) and "
-        "steel items; with --columns the column groups: a sheet (.Analy) and the bars of each. "
+        "steel items; with --columns the column groups: a sheet (.Analy), an interaction chart "
+        "(.svg) and the bars of each. "
         "Exit code 2 when an element fails a check.");
     design->add_option("project", o->project, "Project folder (a folder ending in .prj)")
         ->required();
@@ -156,7 +157,8 @@ void addDesignCommands(CLI::App& app, CommandContext& context) {
         ->check(CLI::Range(beams::kMinCaseScheme, beams::kMaxCaseScheme));
     auto* columns = design->add_flag(
         "--columns", o->columns,
-        "Design the column groups instead: one sheet (ClGrp_, FtClGrp_) and the bars of each");
+        "Design the column groups instead: one sheet (ClGrp_, FtClGrp_), its interaction "
+        "chart (.svg) and the bars of each");
     auto* footing = design
                         ->add_flag("--footing-level", o->footingLevel,
                                    "With --columns: the groups of the footing level")

@@ -335,6 +335,7 @@ ColumnDesignResult designColumn(const ColumnGroup& g,
         const auto bend = [&](Direction d, const Eccentricity& e) {
             BendingDesign b;
             b.direction = d;
+            b.barCount = count;
             b.muTm = pu * e.designCm / 100.0;
             b.pncT = pu / phiType;
             b.mncTm = b.muTm / phiType;

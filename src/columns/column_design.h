@@ -102,6 +102,7 @@ struct RatioSearch {
 /// Axial load with bending in one direction.
 struct BendingDesign {
     Direction direction = Direction::X;
+    int barCount = 0;  ///< the bars the search spread its steel over
     double muTm = 0.0; ///< Pu · e
     double pncT = 0.0, mncTm = 0.0, pneqT = 0.0;
     double hCm = 0.0, dCm = 0.0, pdT = 0.0, mdTm = 0.0;

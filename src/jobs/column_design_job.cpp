@@ -9,6 +9,7 @@
 #include <cmath>
 #include <map>
 
+#include "columns/interaction_chart.h"
 #include "core/error.h"
 #include "core/sheet.h"
 #include "core/tolerances.h"
@@ -157,6 +158,12 @@ std::string columnSheetFileName(const ChosenGroup& c) {
     return core::sheetBaseName(base) + std::string(kColumnSheetExt);
 }
 
+std::string columnChartFileName(const ChosenGroup& c) {
+    std::string name = columnSheetFileName(c);
+    name.resize(name.size() - kColumnSheetExt.size());
+    return name + std::string(kColumnChartExt);
+}
+
 std::vector<bars::SteelItem> columnGroupSteelItems(const ChosenGroup& c,
                                                    const columns::ColumnDesignResult& result) {
     std::vector<bars::SteelItem> items;
@@ -211,6 +218,14 @@ JobResult designColumnGroups(const std::filesystem::path& project,
             }
             out.files.push_back({project / columnSheetFileName(c),
                                  columns::columnSheet(c.group, result, page).bytes()});
+            // The chart file always follows the sheet: the runner puts outputs in place but
+            // removes none, so a design without a chart writes one that says so.
+            const auto chart = columns::interactionChart(c.group, result);
+            out.files.push_back(
+                {project / columnChartFileName(c),
+                 chart ? columns::interactionChartSvg(*chart)
+                       : columns::noInteractionChartSvg("No interaction chart. " +
+                                                        failureSentence(result.status))});
             out.recordsSteel = true;
             out.steelKind = kColumnSteelKind;
             out.items = columnGroupSteelItems(c, result);

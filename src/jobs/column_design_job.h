@@ -21,6 +21,7 @@ inline constexpr std::string_view kColumnGroupKind = "column group";
 /// (4, floor or 0 for the footing level, group number, bar mark, 0).
 inline constexpr bars::ElementKind kColumnSteelKind = bars::ElementKind::ColumnGroup;
 inline constexpr std::string_view kColumnSheetExt = ".Analy";
+inline constexpr std::string_view kColumnChartExt = ".svg";
 
 /// Which groups a run takes: the footing level, or a floor (0 for every floor); a group by
 /// its name (empty for every group of the chosen levels).
@@ -51,6 +52,9 @@ std::vector<ChosenGroup> chooseColumnGroups(const std::filesystem::path& project
 /// "FtClGrp_<name>.Analy" for a group of the footing level.
 std::string columnSheetFileName(const ChosenGroup& chosen);
 
+/// The interaction chart beside the sheet: the sheet's name with ".svg" for ".Analy".
+std::string columnChartFileName(const ChosenGroup& chosen);
+
 /// The group's bar items: the main bars of every member column, each bar the column's height
 /// and a compression lap splice long. None unless the design found its bars.
 std::vector<bars::SteelItem> columnGroupSteelItems(const ChosenGroup& chosen,
@@ -60,9 +64,11 @@ std::vector<bars::SteelItem> columnGroupSteelItems(const ChosenGroup& chosen,
 /// "unstable", "missing data".
 std::string_view columnOutcomeText(columns::ColumnStatus status);
 
-/// Designs the groups through the runner: each group's sheet and its bar items. A group the
-/// design cannot carry (section too small, no convergence, unstable) gets its sheet, which
-/// says why, no items (its earlier ones go) and the status ChecksFailed with one sentence.
+/// Designs the groups through the runner: each group's sheet, its interaction chart and its
+/// bar items. A group the design cannot carry (section too small, no convergence, unstable)
+/// gets its sheet, which says why, no items (its earlier ones go) and the status ChecksFailed
+/// with one sentence; its chart file shows the curves when the design reached the bending
+/// stage, or else only that sentence, so that no chart of an earlier design is left.
 JobResult designColumnGroups(const std::filesystem::path& projectFolder,
                              const std::vector<ChosenGroup>& groups,
                              const std::vector<bars::BarProperties>& barTable,

@@ -102,7 +102,12 @@ TEST_F(ColumnJob, ARunWritesEachGroupsSheetWithItsBarsAndAFailingGroupKeepsNone)
     const columns::ColumnDesignResult r1 = columns::designColumn(chosen[0].group, kBars);
     ASSERT_TRUE(r1.finalBars.found) << first.outcome;
     EXPECT_EQ(first.kind, "column group");
-    EXPECT_EQ(first.files, (std::vector<fs::path>{project() / "ClGrp_F1-Gr-C1.Analy"}));
+    // The interaction chart stands beside the sheet, under the sheet's name.
+    EXPECT_EQ(first.files, (std::vector<fs::path>{project() / "ClGrp_F1-Gr-C1.Analy",
+                                                  project() / "ClGrp_F1-Gr-C1.svg"}));
+    const std::string chart = test::readBytes(project() / "ClGrp_F1-Gr-C1.svg");
+    EXPECT_NE(chart.find("> Gamma ="), std::string::npos);
+    EXPECT_NE(chart.find(">Pn/(Fc*b^2)<"), std::string::npos);
     const std::string s1 = sheet("ClGrp_F1-Gr-C1.Analy");
     EXPECT_NE(s1.find("\nRequired cross section area=   1600 cm2\n"), std::string::npos) << s1;
     // One item: the main bars of both member columns, each the height and an ACI compression
@@ -124,6 +129,11 @@ TEST_F(ColumnJob, ARunWritesEachGroupsSheetWithItsBarsAndAFailingGroupKeepsNone)
               (std::vector<std::string>{
                   "The section is too small; enlarge it and design the group again."}));
     EXPECT_TRUE(fs::exists(project() / "ClGrp_F1-Gr-C2.Analy"));
+    // Too small for its axial load, the group has no curves to chart; its chart file says so
+    // in place of a chart an earlier design may have left.
+    const std::string none = test::readBytes(project() / "ClGrp_F1-Gr-C2.svg");
+    EXPECT_NE(none.find(">No interaction chart. The section is too small"), std::string::npos);
+    EXPECT_EQ(none.find("Gamma"), std::string::npos);
     EXPECT_TRUE(db.itemsByMark(kColumnSteelKind, "Gr-C2").empty());
     EXPECT_FALSE(db.findItem(bars::makeMainKey(4, 1, 2, 1, 0)));
 
@@ -145,6 +155,7 @@ TEST_F(ColumnJob, ARunWritesEachGroupsSheetWithItsBarsAndAFailingGroupKeepsNone)
     ASSERT_EQ(footing.elements.size(), 1u);
     EXPECT_EQ(footing.elements[0].status, ElementStatus::Designed);
     EXPECT_TRUE(fs::exists(project() / "FtClGrp_Gr-C1.Analy"));
+    EXPECT_TRUE(fs::exists(project() / "FtClGrp_Gr-C1.svg"));
     EXPECT_TRUE(db.findItem(bars::makeMainKey(4, 0, 1, 1, 0)));
     // Floor 1's group of the same name keeps its own bars.
     EXPECT_EQ(db.itemsByMark(kColumnSteelKind, "Gr-C1").size(), 2u);
