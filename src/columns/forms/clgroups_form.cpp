@@ -976,7 +976,10 @@ QWidget* ClGroups::showChart() {
         ui::tellUser(this, m_messageHook, prompt(kChooseGroup, "Choose a group first."));
         return nullptr;
     }
-    QWidget* chart = openColumnChart(this, chartPath(sheetPath(m_current + 1)));
+    const jobs::ChosenGroup chosen{m_level, m_current + 1,
+                                   m_groups[static_cast<std::size_t>(m_current)].group};
+    QWidget* chart =
+        openColumnChart(this, m_shell.projectPath() / jobs::columnChartFileName(chosen));
     if (chart == nullptr) {
         ui::tellUser(this, m_messageHook,
                      prompt(kNoChart, "The group has no chart yet: design it first."));

@@ -161,17 +161,18 @@ bool ClGrpRpt::chooseGroup(ColumnLevel level, int number) {
     return true;
 }
 
-std::filesystem::path ClGrpRpt::sheetPath() const {
+std::filesystem::path ClGrpRpt::groupFile(bool chart) const {
     const int k = m_groupCombo->currentIndex();
     if (k < 0 || k >= static_cast<int>(m_groups.size())) {
         return {};
     }
     const jobs::ChosenGroup chosen{m_level, k + 1, m_groups[static_cast<std::size_t>(k)]};
-    return m_shell.projectPath() / jobs::columnSheetFileName(chosen);
+    return m_shell.projectPath() /
+           (chart ? jobs::columnChartFileName(chosen) : jobs::columnSheetFileName(chosen));
 }
 
 ui::EditAsc* ClGrpRpt::showSheet() {
-    const std::filesystem::path sheet = sheetPath();
+    const std::filesystem::path sheet = groupFile(false);
     if (sheet.empty()) {
         ui::tellUser(this, m_messageHook, prompt(kNoGroup, "Choose a level and a group first."));
         return nullptr;
@@ -185,12 +186,12 @@ ui::EditAsc* ClGrpRpt::showSheet() {
 }
 
 QWidget* ClGrpRpt::showChart() {
-    const std::filesystem::path sheet = sheetPath();
-    if (sheet.empty()) {
+    const std::filesystem::path svg = groupFile(true);
+    if (svg.empty()) {
         ui::tellUser(this, m_messageHook, prompt(kNoGroup, "Choose a level and a group first."));
         return nullptr;
     }
-    QWidget* chart = openColumnChart(this, chartPath(sheet));
+    QWidget* chart = openColumnChart(this, svg);
     if (chart == nullptr) {
         ui::tellUser(this, m_messageHook,
                      prompt(kNoChart, "The group has no chart yet: design it first."));

@@ -35,7 +35,7 @@ public:
     /// Chooses group `number` (1-based) of `level`; false when there is none.
     bool chooseGroup(ColumnLevel level, int number);
     /// The chosen group's sheet (empty when no group is chosen).
-    std::filesystem::path sheetPath() const;
+    std::filesystem::path sheetPath() const { return groupFile(false); }
 
     /// `CmdSheet`: the sheet in the viewer; nullptr after telling why.
     ui::EditAsc* showSheet();
@@ -51,6 +51,8 @@ private:
     QString prompt(std::size_t n, std::string_view english) const;
     void fillLevels();
     void showGroupsOf(ColumnLevel level);
+    /// The chosen group's sheet, or its chart; empty when no group is chosen.
+    std::filesystem::path groupFile(bool chart) const;
 
     shell::ShellState& m_shell;
     shell::PromptList m_prompts;

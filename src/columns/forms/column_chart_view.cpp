@@ -8,12 +8,6 @@
 
 namespace orvak::columns::forms {
 
-std::filesystem::path chartPath(const std::filesystem::path& sheet) {
-    std::filesystem::path chart = sheet;
-    chart.replace_extension(".svg");
-    return chart;
-}
-
 ColumnChartView::ColumnChartView(const std::filesystem::path& svg, QWidget* parent)
     : QWidget(parent), m_renderer(new QSvgRenderer(this)) {
     setObjectName(QStringLiteral("ClChart"));

@@ -9,9 +9,6 @@ class QSvgRenderer;
 
 namespace orvak::columns::forms {
 
-/// The chart file beside a group's sheet: the sheet's name with ".svg".
-std::filesystem::path chartPath(const std::filesystem::path& sheet);
-
 class ColumnChartView : public QWidget {
     Q_OBJECT
 public:
