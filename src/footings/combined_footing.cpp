@@ -115,7 +115,8 @@ CombinedFootingResult designCombinedFooting(const CombinedFootingInput& in,
     r.planComputed = true;
     const double A = r.aCm;
     const double B = r.bCm;
-    if (cx2 + e2 / 2.0 > B + core::kSingleRounding * B) {
+    if (A > kMaxFootingSideCm || B > kMaxFootingSideCm ||
+        cx2 + e2 / 2.0 > B + core::kSingleRounding * B) {
         checkData(r);
         return r;
     }

@@ -62,7 +62,7 @@ SteelDirection designSteel(double spanCm, double muKgCm, double widthCm, double 
 FootingBars chooseFootingBars(double areaCm2, double spreadCm, double barLengthCm,
                               std::span<const bars::BarProperties> table) {
     FootingBars best;
-    if (!(spreadCm > 0.0) || !(areaCm2 >= 0.0) || !std::isfinite(areaCm2)) {
+    if (!(spreadCm > 0.0) || !(barLengthCm > 0.0) || !(areaCm2 >= 0.0) || !std::isfinite(areaCm2)) {
         return best;
     }
     for (const bars::BarProperties& bar : table) {

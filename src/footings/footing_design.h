@@ -18,6 +18,9 @@ inline constexpr double kSizeStepCm = 5.0;
 /// (10 m), so that the search always ends.
 inline constexpr double kDeepenStepCm = 5.0;
 inline constexpr int kMaxDeepenSteps = 200;
+/// A footing side above this (1 km) is not a footing: "Check your data". It keeps every
+/// product of the design finite whatever the singles of a record hold.
+inline constexpr double kMaxFootingSideCm = 100000.0;
 /// The bar choice: diameters of the table from 12 to 25 mm, spacing from 10 to 30 cm.
 inline constexpr double kMinFootingBarMm = 12.0;
 inline constexpr double kMaxFootingBarMm = 25.0;

@@ -92,7 +92,8 @@ IsolatedFootingResult designIsolatedFooting(const IsolatedFootingInput& in,
     // The column stands Cy and Cx from the edges to its faces; 0 places it in the middle.
     r.cyCm = col.cyCm > 0.0f ? typed(col.cyCm) : (A - ext.yCm) / 2.0;
     r.cxCm = col.cxCm > 0.0f ? typed(col.cxCm) : (B - ext.xCm) / 2.0;
-    if (r.cyCm + ext.yCm > A + core::kSingleRounding * A ||
+    if (A > kMaxFootingSideCm || B > kMaxFootingSideCm ||
+        r.cyCm + ext.yCm > A + core::kSingleRounding * A ||
         r.cxCm + ext.xCm > B + core::kSingleRounding * B) {
         checkData(r);
         return r;

@@ -344,5 +344,29 @@ TEST(CombinedFooting, ColumnsOutsideOrOutOfOrderAreCheckYourData) {
     }
 }
 
+TEST(FootingDesigns, ExtremeSinglesEndWithoutNaNOrInfinity) {
+    // Whatever a damaged record holds, a design ends and its sheet shows numbers: loads,
+    // sizes and settings at the ends of the single's range, one field at a time.
+    const float extremes[] = {3.4e38f, 1e-30f, 1e-45f, 1e30f};
+    for (const float v : extremes) {
+        for (int field = 0; field < 6; ++field) {
+            IsolatedFootingInput iso = squareColumn(140, 20, -10);
+            CombinedFootingInput com = twoColumns(70, 100, 30, 200);
+            float* isoField[] = {&iso.column.puT,   &iso.column.dims[0],
+                                 &iso.settings.LF,  &iso.settings.soilCapacity,
+                                 &iso.column.muxTm, &iso.settings.facRowmax};
+            float* comField[] = {&com.column1.puT, &com.column2.cxCm,
+                                 &com.settings.LF, &com.settings.soilCapacity,
+                                 &com.column2.puT, &com.settings.coverCm};
+            *isoField[field] = v;
+            *comField[field] = v;
+            const core::Sheet a = isolatedFootingSheet(iso, designIsolatedFooting(iso, kBars));
+            const core::Sheet b = combinedFootingSheet(com, designCombinedFooting(com, kBars));
+            EXPECT_TRUE(finiteSheet(a)) << v << " in field " << field;
+            EXPECT_TRUE(finiteSheet(b)) << v << " in field " << field;
+        }
+    }
+}
+
 } // namespace
 } // namespace orvak::footings
