@@ -7,7 +7,7 @@ namespace orvak::footings {
 
 namespace {
 constexpr std::string_view kNotDesigned =
-    "The design of pile footings is not part of this version of the program";
+    "Pile footings are not designed by this version of the program";
 } // namespace
 
 core::Sheet pileFootingSheet(const PileFootingInput& in, core::CodePage page) {

@@ -1,5 +1,5 @@
-// The pile footing: its sheet holds the head and the inputs only, since the design of the
-// piles and their cap is not part of this version.
+// The pile footing: its sheet holds the head and the inputs only; this version of the program
+// does not design the piles or their cap.
 #pragma once
 
 #include "core/sheet.h"
