@@ -145,12 +145,15 @@ IsolatedFootingResult designIsolatedFooting(const IsolatedFootingInput& in,
     r.dPunchCm = (-r.b1 + std::sqrt(r.b1 * r.b1 + 4.0 * r.a1 * r.c1)) / (2.0 * r.a1);
     r.dCm = roundUpToFive(std::max(dStart, r.dPunchCm));
     r.hCm = r.dCm + cover;
+    r.hPunchCm = r.dPunchCm + cover;
     const double d = r.dCm;
     r.psKg = (r.a1 * d + r.b1) * d;
     r.punchingUnsafe = r.psKg < pu * (1.0 - core::kRelativeEqual);
     r.beamShearUnsafe = r.quKgCm2 * (r.lcCm - d) > r.vuKgCm2 * d * (1.0 + core::kRelativeEqual);
 
     // Bottom steel at the column faces; a ratio above RowMax deepens the footing.
+    r.lCentredCm = (A - ext.yCm) / 2.0;
+    r.wCentredCm = (B - ext.xCm) / 2.0;
     double dd = d;
     for (int step = 0;; ++step) {
         const double muY = r.quKgCm2 * r.lcYCm * r.lcYCm / 2.0 * B;

@@ -58,7 +58,8 @@ struct IsolatedFootingResult {
     double dPunchCm = 0.0;
     double dCm = 0.0; ///< effective depth after punching, rounded
     double hCm = 0.0;
-    double psKg = 0.0; ///< capacity at dCm
+    double psKg = 0.0;     ///< capacity at dCm
+    double hPunchCm = 0.0; ///< the punching depth and the cover: the least H
     bool punchingUnsafe = false;
 
     // Steel; the depth may grow where the ratio exceeds RowMax.
@@ -66,7 +67,9 @@ struct IsolatedFootingResult {
     bool deepenExhausted = false;
     double finalDCm = 0.0;
     double finalHCm = 0.0;
-    SteelDirection steelY; ///< bars along y, the moment over the cantilever L
+    double lCentredCm = 0.0; ///< (A − a) / 2, the cantilever along y of a centred column
+    double wCentredCm = 0.0; ///< (B − b) / 2
+    SteelDirection steelY;   ///< bars along y, the moment over the cantilever L
     SteelDirection steelX;
 
     FootingSummary summary() const;

@@ -127,7 +127,7 @@ core::Sheet isolatedFootingSheet(const IsolatedFootingInput& in, const IsolatedF
     sh.formula(psText, kNum, r.psKg / 1000.0, " ton");
     if (r.punchingUnsafe) {
         sh.text("Unsafe punching shear, set footing depth(H) >= ");
-        sh.value("###.#", r.dPunchCm + in.settings.coverCm).end();
+        sh.value("###.#", r.hPunchCm).end();
     } else {
         sh.line("Ps > Pu    O.K ");
     }
@@ -144,13 +144,13 @@ core::Sheet isolatedFootingSheet(const IsolatedFootingInput& in, const IsolatedF
     sh.line("CALCULATE STEEL AREA IN BOTH DIRECTIONS");
     sh.line("Steel area in Y-Direction");
     if (rect) {
-        sh.formula("L = (A -a) / 2= ", kNum, (r.aCm - col.dims[0]) / 2.0, " cm");
+        sh.formula("L = (A -a) / 2= ", kNum, r.lCentredCm, " cm");
         sh.line("If L < A - (Cy + a/2) Then L = A - (Cy + a/2)");
     } else if (teeOrL) {
-        sh.formula("L = (a - (b + d)) / 2= ", kNum, (r.aCm - col.dims[0]) / 2.0, " cm");
+        sh.formula("L = (a - (b + d)) / 2= ", kNum, r.lCentredCm, " cm");
         sh.line("If L < a - (Cy + (B0 + D0) / 2) Then L = a - (Cy + (B0 + D0) / 2)");
     } else {
-        sh.formula("L = (A -b) / 2= ", kNum, (r.aCm - col.dims[0]) / 2.0, " cm");
+        sh.formula("L = (A -b) / 2= ", kNum, r.lCentredCm, " cm");
         sh.line("If L < A - (Cy + b/2) Then L = A - (Cy + b/2)");
     }
     sh.formula("L = ", kNum, r.steelY.spanCm, " cm");
@@ -158,12 +158,11 @@ core::Sheet isolatedFootingSheet(const IsolatedFootingInput& in, const IsolatedF
     ratioLines(sh, "R0W=(0.85 * Fc/FY)*(1-Abs((1-((2.61*Mux)/(Fc*B*D^2))))^(1/2)) ",
                "ROW= ", "AST=ROW*B*D= ", r.steelY);
     sh.line("Steel area in X-Direction");
-    const double xExtent = (round || col.type == 6) ? col.dims[0] : col.dims[1];
     if (rect) {
-        sh.formula("W = (B - b) / 2= ", kNum, (r.bCm - xExtent) / 2.0, " cm");
+        sh.formula("W = (B - b) / 2= ", kNum, r.wCentredCm, " cm");
         sh.line("If w < B - (Cx + b / 2) Then L = B - (Cx + b / 2)");
     } else {
-        sh.formula("W = (B - a) / 2= ", kNum, (r.bCm - xExtent) / 2.0, " cm");
+        sh.formula("W = (B - a) / 2= ", kNum, r.wCentredCm, " cm");
         sh.line("If w < B - (Cx + a / 2) Then L = B - (Cx + a / 2)");
     }
     sh.formula("w = ", kNum, r.steelX.spanCm, " cm");
