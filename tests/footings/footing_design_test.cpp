@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <numbers>
 #include <string>
 
 #include "footings/combined_footing.h"
@@ -136,6 +137,27 @@ TEST(IsolatedFooting, AreaOfTheColumnPlusFiveCmAllRoundNeedsNoRounding) {
     EXPECT_NEAR(r.projectionCm, 5.0, 1e-9);
     EXPECT_DOUBLE_EQ(r.aCm, 50.0);
     EXPECT_DOUBLE_EQ(r.bCm, 70.0);
+}
+
+TEST(IsolatedFooting, RoundColumnPunchesOnACircleAndShearsFromItsEquivalentSquare) {
+    // D = 40, Pu = 100 t: P = 71 428.6 kg, Area = 35 714.3, a square of √Area = 188.98 → 190.
+    // Punching on the circle of D + d: pi Vc d (40 + d) = 100 000 (A1 = pi Vc, B1 = 40 pi Vc).
+    // Beam shear from the faces of the square of the same area, side 40 √pi / 2 = 35.45:
+    // Lc = (190 − 35.45)/2 = 77.28.
+    IsolatedFootingInput in = squareColumn(100);
+    in.column.type = 2;
+    in.column.dims = {40, 0, 0, 0, 0};
+    const IsolatedFootingResult r = designIsolatedFooting(in, kBars);
+    const double vc = 1.06 * 0.85 * std::sqrt(250.0);
+    EXPECT_DOUBLE_EQ(r.aCm, 190.0);
+    EXPECT_DOUBLE_EQ(r.bCm, 190.0);
+    EXPECT_NEAR(r.a1, std::numbers::pi * vc, 1e-12);
+    EXPECT_NEAR(std::numbers::pi * vc * r.dPunchCm * (40.0 + r.dPunchCm), 100000.0, 1e-6);
+    EXPECT_NEAR(r.lcCm, (190.0 - 40.0 * std::sqrt(std::numbers::pi) / 2.0) / 2.0, 1e-9);
+    // d = 31.33 → 35; Ps = pi (40 + 35)·35·Vc; A1 = pi·14.2461 = 44.755.
+    EXPECT_DOUBLE_EQ(r.dCm, 35.0);
+    EXPECT_NEAR(r.psKg, std::numbers::pi * 75.0 * 35.0 * vc, 1e-6);
+    EXPECT_TRUE(hasLine(isolatedFootingSheet(in, r), "A1 = PI * Vc=    44.76"));
 }
 
 TEST(IsolatedFooting, MomentsBothWaysLiftACornerAndOverloadTwo) {
