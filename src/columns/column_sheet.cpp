@@ -78,8 +78,10 @@ bool searchLines(core::Sheet& sh, const RatioSearch& s, bool biaxial) {
         sh.line("Steel area too large, decrease steel bars");
         return false;
     case RatioSearch::Outcome::TooManyPoints:
+        // The table ran out before a ratio carried the demand within the tolerance: the search
+        // found no ratio, and says so as it does for an eccentricity no section reaches.
         sh.line("No of points exceeds 20");
-        return false;
+        [[fallthrough]];
     case RatioSearch::Outcome::NoEccentricity:
         sh.line("THE PROGRAM DOES NOT CONVERGE FOR THIS VALUE OF ");
         sh.line("ECCENTRICITY (EITHER TOO SMALL OR TOO LARGE");

@@ -226,7 +226,10 @@ TEST(ColumnBending, MinimumEccentricityPhiTransitionAndTheSearchOutcomes) {
     g.settings.Tolerance = 1e-6f;
     r = designColumn(g, kBars);
     EXPECT_EQ(r.status, ColumnStatus::NotConverged);
-    EXPECT_TRUE(sheetHasLine(columnSheet(g, r), "No of points exceeds 20"));
+    const core::Sheet tooMany = columnSheet(g, r);
+    EXPECT_TRUE(sheetHasLine(tooMany, "No of points exceeds 20"));
+    EXPECT_TRUE(sheetHasLine(tooMany, "THE PROGRAM DOES NOT CONVERGE FOR THIS VALUE OF "));
+    EXPECT_TRUE(sheetHasLine(tooMany, "ECCENTRICITY (EITHER TOO SMALL OR TOO LARGE"));
 }
 
 TEST(ColumnBending, MomentsInBothDirectionsAreCheckedByTheReciprocalLoad) {
