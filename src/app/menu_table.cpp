@@ -17,6 +17,7 @@
 #include "columns/forms/clseting_form.h"
 #include "columns/forms/columns_form.h"
 #include "floors/forms/floor_forms.h"
+#include "footings/forms/ftseting_form.h"
 #include "shell/forms/gsetting_form.h"
 #include "shell/forms/openlib_form.h"
 #include "shell/forms/projdata_form.h"
@@ -53,6 +54,7 @@ using floors::forms::CielData;
 using floors::forms::CielThick;
 using floors::forms::NewCiel;
 using floors::forms::SlcCiel;
+using footings::forms::FtSeting;
 using shell::forms::Gsetting;
 using shell::forms::Projdata;
 namespace pi = project_item;
@@ -62,6 +64,7 @@ namespace ci = cielling_item;
 namespace bi = beam_item;
 namespace coi = columns_item;
 namespace ri = reports_item;
+namespace fi = foundation_item;
 
 constexpr bool kProject = true; // needs an open project
 constexpr bool kAlways = false;
@@ -98,6 +101,11 @@ const std::array kMenuTable = {
     MenuItem{MainMenu::Columns, coi::kSettings, "Clseting", kAlways, form<Clseting>},
     MenuItem{MainMenu::Columns, coi::kColumnsData, "Columns", kProject, form<Columns>},
     MenuItem{MainMenu::Columns, coi::kGroups, "ClGroups", kProject, form<ClGroups>},
+    MenuItem{MainMenu::Foundation, fi::kSettings, "FtSeting", kAlways, form<FtSeting>},
+    MenuItem{MainMenu::Foundation, fi::kNecksData, "FtColumns", kProject,
+             [](MdiMain& f) -> QWidget* { return new Columns(f.shell(), true); }},
+    MenuItem{MainMenu::Foundation, fi::kNeckGroups, "FtClGroups", kProject,
+             [](MdiMain& f) -> QWidget* { return new ClGroups(f.shell(), true); }},
 
     MenuItem{MainMenu::Quantities, qi::kSteelUpdate, "SteelUpd", kProject, form<SteelUpd>},
     MenuItem{MainMenu::Quantities, qi::kSteelPrint, "SteelQnt", kProject, form<SteelQnt>},

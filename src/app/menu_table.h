@@ -52,6 +52,14 @@ inline constexpr int kColumnsData = 1;
 inline constexpr int kGroups = 3;
 } // namespace columns_item
 
+/// Item indexes of the Foundation menu.
+namespace foundation_item {
+inline constexpr int kSettings = 0;
+inline constexpr int kNecksData = 1;
+inline constexpr int kNeckGroups = 2;
+inline constexpr int kFootingGroups = 4;
+} // namespace foundation_item
+
 /// Item indexes of the Reports menu.
 namespace reports_item {
 inline constexpr int kBeamRip = 0;

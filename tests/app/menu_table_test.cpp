@@ -72,9 +72,9 @@ TEST_F(MenuTableTest, ItemsThatNeedAProjectWaitForOne) {
         needing += row.needsProject ? 1 : 0;
     }
     // Project data, archive, copy, the four floor forms, the beam form, the deflection
-    // calculation, the beam reports, the column list, the column groups, the two column
-    // group reports and the two steel forms work on the current project.
-    EXPECT_EQ(needing, 16);
+    // calculation, the beam reports, the column list and groups of a floor and of the footing
+    // level, the two column group reports and the two steel forms work on the current project.
+    EXPECT_EQ(needing, 18);
     // Asked for all the same, the form of such an item says why it does not open.
     EXPECT_EQ(window.open(MainMenu::Project, project_item::kProjectData), nullptr);
     EXPECT_EQ(m_messages, QStringList{kNoProject});
@@ -122,10 +122,11 @@ TEST_F(MenuTableTest, EachFormOpensInOneWindow) {
         forms << name;
     }
     forms.sort();
-    EXPECT_EQ(forms, QStringList({"BmDesign", "BmRipRpt", "Bmseting", "CielData", "CielThick",
-                                  "ClGroups", "ClGrpRpt", "Clseting", "Columns",  "FtClGrpRpt",
-                                  "Gsetting", "LDefCalc", "Netiron",  "NewCiel",  "Projdata",
-                                  "Roundbar", "SlcCiel",  "SteelQnt", "SteelUpd", "spacing"}));
+    EXPECT_EQ(forms, QStringList({"BmDesign",   "BmRipRpt",  "Bmseting", "CielData", "CielThick",
+                                  "ClGroups",   "ClGrpRpt",  "Clseting", "Columns",  "FtClGroups",
+                                  "FtClGrpRpt", "FtColumns", "FtSeting", "Gsetting", "LDefCalc",
+                                  "Netiron",    "NewCiel",   "Projdata", "Roundbar", "SlcCiel",
+                                  "SteelQnt",   "SteelUpd",  "spacing"}));
     EXPECT_EQ(window.mdiArea()->subWindowList().size(), forms.size());
     EXPECT_EQ(window.openForm("roundbar"), window.openForm("Roundbar"));
     EXPECT_EQ(window.mdiArea()->subWindowList().size(), forms.size());

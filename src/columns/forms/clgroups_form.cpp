@@ -155,7 +155,7 @@ ClGroups::ClGroups(shell::ShellState& shell, bool footingLevel, QWidget* parent)
       m_designAll(new QPushButton(this)), m_sheet(new QPushButton(this)),
       m_chart(new QPushButton(this)), m_exit(new QPushButton(this)),
       m_run(new ui::DesignRun(shell, this)) {
-    setObjectName(QStringLiteral("ClGroups"));
+    setObjectName(footingLevel ? QStringLiteral("FtClGroups") : QStringLiteral("ClGroups"));
     setAttribute(Qt::WA_DeleteOnClose);
     m_levelCombo->setObjectName(QStringLiteral("LevelCombo"));
     m_groupList->setObjectName(QStringLiteral("GrpList"));

@@ -52,7 +52,8 @@ constexpr ui::FormText kNoRoom{31, "%1 columns do not fit in the %2 free rows."}
 constexpr ui::FormText kChooseRows{32, "Choose the rows to delete first."};
 constexpr ui::FormText kNameNotKept{33, "The name in row %1 holds a character that the "
                                         "project's language cannot keep in its files."};
-constexpr std::size_t kPromptCount = 33;
+constexpr ui::FormText kFootingCaption{34, "Columns necks of the footing level"};
+constexpr std::size_t kPromptCount = 34;
 
 constexpr ui::GridTool kTools[] = {
     {"save", "Save"},
@@ -82,11 +83,11 @@ constexpr std::string_view kLimits =
     "@1:0@2:0@3:1@4:5@5:0@6:9999.9@7:0@8:99999.99@9:0@10:999.99@11:0@12:999.9@13:0@14:999.9@15:"
     "0@16:999.9@17:0@18:999.9@19:0@20:999.9@21:";
 
-ui::GridFormSetup formSetup() {
+ui::GridFormSetup formSetup(bool footingLevel) {
     ui::GridFormSetup setup;
-    setup.objectName = "Columns";
+    setup.objectName = footingLevel ? "FtColumns" : "Columns";
     setup.promptKey = kPromptKey;
-    setup.caption = kCaption;
+    setup.caption = footingLevel ? kFootingCaption : kCaption;
     setup.tools = kTools;
     setup.firstToolPrompt = kFirstToolPrompt;
     setup.headings = kHeadings;
@@ -122,8 +123,14 @@ QString shown(float v) {
 
 } // namespace
 
-Columns::Columns(shell::ShellState& shell, QWidget* parent)
-    : ui::GridForm(shell, formSetup(), parent), m_floor(shell.currentFloor), m_rows(kColumnRows) {
+Columns::Columns(shell::ShellState& shell, bool footingLevel, QWidget* parent)
+    : ui::GridForm(shell, formSetup(footingLevel), parent),
+      m_floor(footingLevel ? 0 : shell.currentFloor), m_footingLevel(footingLevel),
+      m_rows(kColumnRows) {
+    // The footing level's necks are copied from a floor, not taken down again.
+    if (QAction* down = action("tofooting"); down != nullptr && footingLevel) {
+        down->setVisible(false);
+    }
     load();
     // The descriptor's width of 6 is what may be typed; a name from a file may hold 10.
     const QFontMetrics metrics(grid()->view()->font());
@@ -137,7 +144,7 @@ QString Columns::text(std::size_t prompt, std::string_view english) const {
 }
 
 void Columns::load() {
-    bool readOk = m_floor > 0;
+    bool readOk = m_footingLevel || m_floor > 0;
     if (!readOk) {
         tell(formText(shell(), kNoFloor));
     } else {
@@ -358,7 +365,7 @@ ui::EditAsc* Columns::printList() {
 }
 
 bool Columns::takeToFootingLevel() {
-    if (m_floor == 0) {
+    if (m_footingLevel || m_floor == 0) {
         return false;
     }
     if (isChanged() && !save()) {

@@ -25,10 +25,12 @@ inline constexpr int kColumnRows = 300;
 class Columns : public ui::GridForm {
     Q_OBJECT
 public:
-    /// The columns of the shell's current floor.
-    explicit Columns(shell::ShellState& shell, QWidget* parent = nullptr);
+    /// The columns of the shell's current floor, or the column necks of the footing level.
+    explicit Columns(shell::ShellState& shell, bool footingLevel = false,
+                     QWidget* parent = nullptr);
 
     int floor() const { return m_floor; }
+    bool footingLevel() const { return m_footingLevel; }
 
     /// "copy": the columns of floor `fromFloor` at `which` (indexes into its column file, in
     /// that order) go into the first free rows, without their group (groups are the floor's
@@ -56,7 +58,8 @@ private:
     void chooseAndCopy();
     QString text(std::size_t prompt, std::string_view english) const;
 
-    int m_floor = 0;
+    int m_floor = 0; ///< 0: the footing level
+    bool m_footingLevel = false;
     /// Per grid row, the column it stands for: the values without a grid column (group, the
     /// smaller moment, the y moments) ride along with the row.
     std::vector<Column> m_rows;
