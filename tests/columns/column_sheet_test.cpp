@@ -1,9 +1,10 @@
 // The calculation sheet of a slender braced 30 × 45 column bent about both axes, compared
 // byte for byte with a frozen golden file: every stage prints (slenderness, both magnifiers,
 // both minimum eccentricities, the axial design, bending in each direction, Bresler's check
-// with its raised ratio and the final bars). The file was generated once and its key numbers
-// checked against the hand calculation below before it was frozen; set ORVAK_WRITE_GOLDEN=1
-// to write it again after a deliberate change of layout, and check those numbers again.
+// with its raised ratio, the final bars and their ties). The file was generated once and its
+// key numbers checked against the hand calculation below before it was frozen; set
+// ORVAK_WRITE_GOLDEN=1 to write it again after a deliberate change of layout, and check those
+// numbers again.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -118,6 +119,15 @@ TEST(ColumnSheetGolden, SlenderBracedColumnBentAboutBothAxes) {
                               1.0 / printed(golden, "Po="));
     EXPECT_NEAR(printed(golden, "Pni="), pni, 0.01);
     EXPECT_NE(golden.find("PHI * Pni=   99.27 ton < Pu\r\n"), std::string::npos);
+    // The ties after the final bars (14 of 14 mm): 10 mm ties at the least of 16 · 1.4 =
+    // 22.4, 48 · 1.0 = 48 and 30 cm, set out at 22 cm; 450 / 22 = 20.5, so 21 spaces and 22
+    // ties. The tie's centre line is 4 − (1.4 + 1.0) / 2 = 2.8 cm in: 2 · (24.4 + 39.4) =
+    // 127.6 cm, with two hooks of 7.5 cm 142.6, cut at 143 cm.
+    EXPECT_NE(golden.find("QUANTITY= 14 DIAMETER= 14\r\n"), std::string::npos);
+    EXPECT_NEAR(printed(golden, "s max = min(16 * db, 48 * dt, least dimension)="), 22.4, 0.005);
+    EXPECT_NEAR(printed(golden, "Tie spacing="), 22.0, 0.005);
+    EXPECT_NEAR(printed(golden, "Ties per column="), 22.0, 0.5);
+    EXPECT_NEAR(printed(golden, "Tie length with two 135 degree hooks="), 143.0, 0.005);
     // Every stage is there, the biaxial check last before the final bars.
     const std::size_t bresler = golden.find("BIAXIAL BENDING: BRESLER RECIPROCAL LOAD METHOD");
     EXPECT_NE(bresler, std::string::npos);
