@@ -1,8 +1,10 @@
 // Speed of designing a whole building through the job runner: projects of 10, 100 and 1,000
-// beams on 10 floors (1 to 30 spans each) designed from their files to listings and steel
-// items, and one beam re-designed in a project whose every beam is designed already.
+// beams on 10 floors (1 to 30 spans each) with a column group for every two beams, designed
+// from their files to listings, sheets and steel items, and one beam re-designed in a project
+// whose every beam is designed already.
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
@@ -12,8 +14,10 @@
 #include "bars/bar_tables.h"
 #include "beams/beam_record.h"
 #include "beams/beam_settings.h"
+#include "bench_columns.h"
 #include "floors/floors.h"
 #include "jobs/beam_design_job.h"
+#include "jobs/column_design_job.h"
 
 namespace {
 
@@ -53,7 +57,8 @@ beams::BeamRecord buildingBeam(int floor, int number, int k) {
     return b;
 }
 
-/// A project of `beamCount` beams spread over ten floors, removed when the benchmark ends.
+/// A project of `beamCount` beams and half as many column groups (two columns each) spread
+/// over ten floors, removed when the benchmark ends.
 class Building {
 public:
     explicit Building(int beamCount) {
@@ -73,6 +78,7 @@ public:
             beams::writeBeamFile(project(), f, onFloor);
         }
         floors::writeFloors(project(), floors);
+        bench::writeBenchGroups(project(), kFloors, groupCount(beamCount));
         m_barTable = bars::LoadBarPropertiesOrBuiltIn(m_root / "GENERAL").rows;
     }
     ~Building() {
@@ -81,6 +87,7 @@ public:
     }
     Building(const Building&) = delete;
     Building& operator=(const Building&) = delete;
+    static int groupCount(int beamCount) { return std::max(1, beamCount / 2); }
     fs::path project() const { return m_root / "Building.prj"; }
     const std::vector<bars::BarProperties>& barTable() const { return m_barTable; }
 
@@ -89,26 +96,33 @@ private:
     std::vector<bars::BarProperties> m_barTable;
 };
 
-// Every beam of the building from its files: read, analyse, design, listings and steel items,
-// all made durable at the end of the run. Each iteration re-designs a designed building, as
-// an engineer does after a change.
+// Every element of the building from its files, the beams' run and then the columns' run:
+// read, analyse, design, listings, sheets and steel items, each run made durable at its end.
+// Each iteration re-designs a designed building, as an engineer does after a change.
 void BM_DesignBuilding(benchmark::State& state) {
     const Building building(static_cast<int>(state.range(0)));
-    std::size_t designed = 0;
+    std::size_t beamCount = 0;
+    std::size_t groupCount = 0;
     double seconds = 0.0;
     for (auto _ : state) {
         const auto start = std::chrono::steady_clock::now();
         const auto beams = jobs::chooseBeams(building.project(), {}, core::CodePage::Windows1252);
-        const jobs::JobResult r = jobs::designBeams(building.project(), beams, building.barTable(),
-                                                    beams::kDefaultCaseScheme);
+        const jobs::JobResult rb = jobs::designBeams(building.project(), beams, building.barTable(),
+                                                     beams::kDefaultCaseScheme);
+        const auto groups =
+            jobs::chooseColumnGroups(building.project(), {}, core::CodePage::Windows1252);
+        const jobs::JobResult rc =
+            jobs::designColumnGroups(building.project(), groups, building.barTable());
         seconds += std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-        designed = r.elements.size();
-        benchmark::DoNotOptimize(designed);
+        beamCount = rb.elements.size();
+        groupCount = rc.elements.size();
+        benchmark::DoNotOptimize(groupCount);
     }
-    state.counters["beams"] = static_cast<double>(designed);
-    // Linear in the beams when this stays put from 10 to 1,000 beams.
-    state.counters["ms_per_beam"] =
-        1000.0 * seconds / static_cast<double>(state.iterations()) / static_cast<double>(designed);
+    state.counters["beams"] = static_cast<double>(beamCount);
+    state.counters["groups"] = static_cast<double>(groupCount);
+    // Linear in the elements when this stays put from 10 to 1,000 beams.
+    state.counters["ms_per_element"] = 1000.0 * seconds / static_cast<double>(state.iterations()) /
+                                       static_cast<double>(beamCount + groupCount);
 }
 BENCHMARK(BM_DesignBuilding)
     ->Arg(10)

@@ -150,6 +150,19 @@ json resultJson(const jobs::ChosenGroup& c, const columns::ColumnDesignResult& r
     }
     j["bars"] = barsJson(r.finalBars);
     j["rho"] = r.finalRho;
+    if (r.transverse) {
+        const columns::TransverseSteel& t = *r.transverse;
+        j["transverse"] = {{"spiral", t.spiral},
+                           {"diameter_mm", t.diameterMm},
+                           {"limit_cm", t.limitCm},
+                           {"spacing_cm", t.spacingCm},
+                           {"count_per_column", t.countPerColumn},
+                           {"length_cm", t.lengthCm},
+                           {"core_diameter_cm", t.coreDiameterCm},
+                           {"ach_cm2", t.achCm2},
+                           {"rho_s", t.rhoS},
+                           {"clear_pitch_holds", t.clearPitchHolds}};
+    }
     j["sheet"] = jobs::columnSheetFileName(c);
     return j;
 }

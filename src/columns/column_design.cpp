@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <limits>
 #include <numbers>
 
 #include "core/concrete.h"
@@ -193,6 +194,67 @@ BarSet chooseColumnBars(const ColumnSection& s, double areaCm2, double cover,
         }
     }
     return best;
+}
+
+TransverseSteel transverseSteel(const ColumnGroup& g, const ColumnSection& s, double mainBarMm,
+                                double cover) {
+    TransverseSteel t;
+    const double db = mainBarMm / 10.0;
+    const double height = std::max(0.0, static_cast<double>(g.colLenCm));
+    // Whole counts of ties or turns over heights up to 100 m: far below this limit.
+    constexpr int kMaxCount = 1000000;
+    t.spiral = s.type == SectionType::Circle || s.type == SectionType::SquareSpiral;
+    if (!t.spiral) {
+        t.diameterMm = mainBarMm <= kLargestBarOfSmallTiesMm ? kTieMm : kLargeTieMm;
+        const double dt = t.diameterMm / 10.0;
+        // The least dimension of the member: of a Tee, an L or a cross its thinnest part.
+        double least = std::numeric_limits<double>::infinity();
+        for (int i = 0; i < requiredDimensions(static_cast<int>(s.type)); ++i) {
+            least = std::min(least, static_cast<double>(g.dims[static_cast<std::size_t>(i)]));
+        }
+        t.limitCm = std::min({16.0 * db, 48.0 * dt, least});
+        // Ties are set out in whole centimetres, never farther apart than the limit.
+        t.spacingCm = t.limitCm >= 1.0 ? std::floor(t.limitCm + core::kAbsoluteEqual) : t.limitCm;
+        const auto spaces =
+            core::checkedCount(std::ceil(height / t.spacingCm - core::kRelativeEqual), kMaxCount);
+        t.countPerColumn = spaces ? *spaces + 1 : 0;
+        // The tie's centre line wraps the bars: half a bar and half a tie outside their centres.
+        const double offset = std::max(cover - (db + dt) / 2.0, dt / 2.0);
+        const double hook = std::max(kTieHookDiameters * dt, kMinTieHookCm);
+        t.lengthCm = std::ceil(barLineLengthCm(s, offset) + 2.0 * hook - core::kAbsoluteEqual);
+        return t;
+    }
+    // Spiral: the core out to out of the spiral is the bar circle, a bar and two spiral bars.
+    const double barCircle = std::min(s.extentX, s.extentY) - 2.0 * cover;
+    const double fc = g.settings.Fc;
+    const double fyt = g.settings.FYties;
+    for (const double ds : kSpiralBarsMm) {
+        const double dsCm = ds / 10.0;
+        t.diameterMm = ds;
+        t.coreDiameterCm = barCircle + db + 2.0 * dsCm;
+        t.achCm2 = std::numbers::pi * t.coreDiameterCm * t.coreDiameterCm / 4.0;
+        // ACI 318 volumetric ratio of a spiral, never below 0 for a core as large as the section.
+        t.rhoS = std::max(0.0, 0.45 * (s.areaCm2 / t.achCm2 - 1.0) * fc / fyt);
+        const double asp = std::numbers::pi * dsCm * dsCm / 4.0;
+        // One turn's volume Asp·pi·Dc over the core's pi Dc²/4 per pitch: rho_s = 4 Asp/(Dc s).
+        const double pitch = t.rhoS > 0.0 ? 4.0 * asp / (t.coreDiameterCm * t.rhoS)
+                                          : std::numeric_limits<double>::infinity();
+        t.spacingCm =
+            std::floor(2.0 * std::min(pitch, kMaxSpiralClearCm + dsCm) + core::kAbsoluteEqual) /
+            2.0;
+        t.clearPitchHolds = t.spacingCm - dsCm >= kMinSpiralClearCm - core::kAbsoluteEqual;
+        if (t.clearPitchHolds) {
+            break;
+        }
+    }
+    const double dsCm = t.diameterMm / 10.0;
+    const auto turns = core::checkedCount(
+        std::ceil(height / t.spacingCm - core::kRelativeEqual) + kSpiralEndTurns, kMaxCount);
+    t.countPerColumn = turns ? *turns : 0;
+    // One turn is the helix over a pitch round the spiral's centre line, Dc − ds across.
+    const double around = std::numbers::pi * (t.coreDiameterCm - dsCm);
+    t.lengthCm = std::ceil(std::hypot(around, t.spacingCm) - core::kAbsoluteEqual);
+    return t;
 }
 
 ColumnDesignResult designColumn(const ColumnGroup& g,
@@ -395,10 +457,10 @@ ColumnDesignResult designColumn(const ColumnGroup& g,
             // Bresler: 1/Pni = 1/Pnx + 1/Pny − 1/Po at the two design eccentricities.
             const auto pni = [&](double ratio, BiaxialCheck* out) -> std::optional<SectionForce> {
                 const double barArea = ratio * ag / count;
-                const auto px = pointAtEccentricity(s, Direction::X, places, barArea, fc, fy,
-                                                    r.eccX.designCm);
-                const auto py = pointAtEccentricity(s, Direction::Y, places, barArea, fc, fy,
-                                                    r.eccY->designCm);
+                const auto px =
+                    pointAtEccentricity(s, Direction::X, places, barArea, fc, fy, r.eccX.designCm);
+                const auto py =
+                    pointAtEccentricity(s, Direction::Y, places, barArea, fc, fy, r.eccY->designCm);
                 if (!px || !py) {
                     return std::nullopt;
                 }
@@ -426,9 +488,8 @@ ColumnDesignResult designColumn(const ColumnGroup& g,
             check.holds = check.phiPniT >= pu * (1.0 - core::kSingleRounding);
             check.rho = rho;
             if (!check.holds) {
-                check.search = searchRatio(
-                    rho, pu * kKgPerT / phi, tol,
-                    [&](double ratio) { return pni(ratio, nullptr); });
+                check.search = searchRatio(rho, pu * kKgPerT / phi, tol,
+                                           [&](double ratio) { return pni(ratio, nullptr); });
                 if (check.search->found()) {
                     check.rho = check.search->rho;
                     rho = check.rho;
@@ -478,6 +539,11 @@ ColumnDesignResult designColumn(const ColumnGroup& g,
     }
     if (!r.finalBars.found) {
         r.status = ColumnStatus::SectionTooSmall;
+        return r;
+    }
+    r.transverse = transverseSteel(g, s, r.finalBars.diameterMm, r.coverCm);
+    if (!r.transverse->clearPitchHolds) {
+        r.problems.push_back("Spiral clear pitch < 2.5 cm " + g.name);
     }
     return r;
 }

@@ -24,6 +24,19 @@ inline constexpr double kMinColumnBarMm = 12.0;
 inline constexpr double kMaxColumnBarMm = 32.0;
 /// Least clear distance between column bars (ACI): 4 cm and 1.5 bar diameters.
 inline constexpr double kMinColumnClearCm = 4.0;
+/// Ties (ACI 318): 10 mm around main bars up to 32 mm, 12 mm around larger ones; each closed
+/// with two 135° hooks of 6 tie diameters and at least 7.5 cm.
+inline constexpr double kTieMm = 10.0;
+inline constexpr double kLargeTieMm = 12.0;
+inline constexpr double kLargestBarOfSmallTiesMm = 32.0;
+inline constexpr double kTieHookDiameters = 6.0;
+inline constexpr double kMinTieHookCm = 7.5;
+/// Spirals (ACI 318): a clear pitch of 2.5 to 7.5 cm, 1.5 extra turns at each end.
+inline constexpr double kMinSpiralClearCm = 2.5;
+inline constexpr double kMaxSpiralClearCm = 7.5;
+inline constexpr double kSpiralEndTurns = 3.0;
+/// Spiral bars tried in turn until the pitch the ratio asks leaves the least clear pitch, mm.
+inline constexpr double kSpiralBarsMm[] = {10.0, 12.0, 14.0, 16.0};
 
 enum class ColumnStatus {
     Designed = 1,
@@ -125,6 +138,20 @@ struct BiaxialCheck {
     double rho = 0.0;
 };
 
+/// The ties or the spiral of one column of a designed group.
+struct TransverseSteel {
+    bool spiral = false; ///< types 2 and 6; the others have ties
+    double diameterMm = 0.0;
+    double limitCm = 0.0;        ///< ties: the least of 16 db, 48 dt and the least dimension
+    double spacingCm = 0.0;      ///< tie spacing, or the spiral's pitch centre to centre
+    int countPerColumn = 0;      ///< ties, or turns of the spiral with its end turns
+    double lengthCm = 0.0;       ///< one tie with its hooks, or one turn of the spiral
+    double coreDiameterCm = 0.0; ///< spiral: Dc, out to out of the spiral
+    double achCm2 = 0.0;         ///< spiral: the core's area
+    double rhoS = 0.0;           ///< spiral: the least volumetric ratio
+    bool clearPitchHolds = true; ///< spiral: the pitch leaves at least 2.5 cm clear
+};
+
 struct ColumnDesignResult {
     ColumnStatus status = ColumnStatus::Designed;
     std::vector<std::string> problems; ///< "(K*L/r) > 100" with the column's name
@@ -142,12 +169,23 @@ struct ColumnDesignResult {
     std::optional<BiaxialCheck> biaxialCheck;
     BarSet finalBars; ///< found when designed
     double finalRho = 0.0;
+    std::optional<TransverseSteel> transverse; ///< when designed
 };
 
 /// Designs the group as one column with its own settings copy and the bar table. A group that
 /// cannot be stored (validateGroup) is a precondition failure; Pu must be above 0.
 ColumnDesignResult designColumn(const ColumnGroup& group,
                                 std::span<const bars::BarProperties> barTable);
+
+/// The ties or the spiral of a group's columns around main bars of `mainBarMm` with their
+/// centres `coverCm` in from the faces. Ties: 10 mm (12 above 32 mm bars) at the least of
+/// 16 db, 48 dt and the least dimension the type gives, rounded down to whole cm; a tie at each
+/// end and none farther apart; each tie the perimeter of its centre line plus two hooks.
+/// Spiral (types 2 and 6): the ratio 0.45 (Ag/Ach − 1) Fc/FYties = 4 Asp / (Dc s) gives the
+/// pitch, at most 7.5 cm clear, rounded down to 0.5 cm; the first bar of 10 to 16 mm that
+/// leaves 2.5 cm clear; turns over the height and 1.5 more at each end.
+TransverseSteel transverseSteel(const ColumnGroup& group, const ColumnSection& section,
+                                double mainBarMm, double coverCm);
 
 /// The calculation sheet of a design.
 core::Sheet columnSheet(const ColumnGroup& group, const ColumnDesignResult& result,

@@ -9,8 +9,8 @@ namespace orvak::columns {
 
 namespace {
 
-constexpr std::string_view kNum = "#####.##"; // values of the head and the stages
-constexpr std::string_view kFactor = "###.## ";  // the factors of the axial design
+constexpr std::string_view kNum = "#####.##";   // values of the head and the stages
+constexpr std::string_view kFactor = "###.## "; // the factors of the axial design
 constexpr std::string_view kRatio = "#.#### ";
 constexpr std::string_view kStiffness = "##.####^^^^"; // EI, kg.cm2
 
@@ -59,6 +59,30 @@ void barLines(core::Sheet& sh, const BarSet& b) {
     sh.text("QUANTITY=").value("###", b.count).text(" DIAMETER=").value("###", b.diameterMm).end();
     sh.line("FINAL STEEL BARS ");
     sh.formula("FINAL STEEL AREA =", kNum, b.areaCm2, " cm2");
+}
+
+// The ties or the spiral of one column, after its final bars.
+void transverseLines(core::Sheet& sh, const TransverseSteel& t) {
+    if (!t.spiral) {
+        sh.line("TIES");
+        sh.formula("Tie diameter=", "###", t.diameterMm, " mm");
+        sh.formula("s max = min(16 * db, 48 * dt, least dimension)=", kNum, t.limitCm, " cm");
+        sh.formula("Tie spacing=", kNum, t.spacingCm, " cm");
+        sh.formula("Ties per column=", "#####", t.countPerColumn);
+        sh.formula("Tie length with two 135 degree hooks=", kNum, t.lengthCm, " cm");
+        return;
+    }
+    sh.line("SPIRAL");
+    sh.formula("Dc (out to out of the spiral)=", kNum, t.coreDiameterCm, " cm");
+    sh.formula("Ach = PI * Dc ^ 2 / 4=", kNum, t.achCm2, " cm2");
+    sh.formula("Ros = 0.45 * (Ag / Ach - 1) * Fc / FYties=", kRatio, t.rhoS);
+    sh.formula("Spiral diameter=", "###", t.diameterMm, " mm");
+    sh.formula("Pitch = 4 * Asp / (Dc * Ros), clear 2.5 to 7.5 cm=", kNum, t.spacingCm, " cm");
+    if (!t.clearPitchHolds) {
+        sh.line("THE CLEAR PITCH IS BELOW 2.5 cm: RAISE FYties OR ENLARGE THE SECTION");
+    }
+    sh.formula("Turns per column (1.5 more at each end)=", "#####", t.countPerColumn);
+    sh.formula("Length of one turn=", kNum, t.lengthCm, " cm");
 }
 
 // The passes of a search and how it ended; true when it found a ratio.
@@ -225,8 +249,7 @@ core::Sheet columnSheet(const ColumnGroup& g, const ColumnDesignResult& r, core:
             if (!searchLines(sh, *b.search, true)) {
                 return sh;
             }
-            sh.formula("REQUIRED STEEL AREA =Ro*Area=", kNum, b.rho * r.section->areaCm2,
-                       " cm2");
+            sh.formula("REQUIRED STEEL AREA =Ro*Area=", kNum, b.rho * r.section->areaCm2, " cm2");
         }
     }
     if (!r.finalBars.found) {
@@ -234,6 +257,9 @@ core::Sheet columnSheet(const ColumnGroup& g, const ColumnDesignResult& r, core:
         return sh;
     }
     barLines(sh, r.finalBars);
+    if (r.transverse) {
+        transverseLines(sh, *r.transverse);
+    }
     return sh;
 }
 

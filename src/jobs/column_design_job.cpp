@@ -188,7 +188,20 @@ std::vector<bars::SteelItem> columnGroupSteelItems(const ChosenGroup& c,
     item.diameterMm = static_cast<float>(result.finalBars.diameterMm);
     item.lengthCm = static_cast<float>(std::ceil(c.group.colLenCm + lapCm - core::kSingleRounding));
     item.description = fmt::format("Main bars, {} columns", columnsOfGroup);
-    items.push_back(std::move(item));
+    items.push_back(item);
+    // Mark 2: the ties of every column, or the turns of every spiral, each one tie (turn) long.
+    if (result.transverse) {
+        const columns::TransverseSteel& t = *result.transverse;
+        item.mark = 2;
+        item.mainKey = bars::makeMainKey(static_cast<std::int32_t>(kColumnSteelKind), c.level.floor,
+                                         c.number, item.mark, 0);
+        item.quantity = static_cast<float>(t.countPerColumn * columnsOfGroup);
+        item.diameterMm = static_cast<float>(t.diameterMm);
+        item.lengthCm = static_cast<float>(t.lengthCm);
+        item.description =
+            fmt::format("{}, {} columns", t.spiral ? "Spiral turns" : "Ties", columnsOfGroup);
+        items.push_back(std::move(item));
+    }
     return items;
 }
 

@@ -55,8 +55,9 @@ std::string columnSheetFileName(const ChosenGroup& chosen);
 /// The interaction chart beside the sheet: the sheet's name with ".svg" for ".Analy".
 std::string columnChartFileName(const ChosenGroup& chosen);
 
-/// The group's bar items: the main bars of every member column, each bar the column's height
-/// and a compression lap splice long. None unless the design found its bars.
+/// The group's bar items: mark 1 the main bars of every member column, each bar the column's
+/// height and a compression lap splice long; mark 2 their ties (each one tie long) or the turns
+/// of their spirals (each one turn long). None unless the design found its bars.
 std::vector<bars::SteelItem> columnGroupSteelItems(const ChosenGroup& chosen,
                                                    const columns::ColumnDesignResult& result);
 

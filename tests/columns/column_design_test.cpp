@@ -89,8 +89,8 @@ TEST(ColumnStrength, BalancedPointOfA40x40ColumnWithEightBarsByStrainCompatibili
     const double p = cc + 6.0 * 3987.5 + 4.0 * mid - 6.0 * 4200.0;
     const double m = cc * (20.0 - ab / 2.0) + 6.0 * 3987.5 * 15.0 + 6.0 * 4200.0 * 15.0;
     const SectionForce f = sectionForce(*s, Direction::X, bars, 2.0, 250.0, 4200.0, cb);
-    EXPECT_NEAR(f.pKg, p, 0.01);     // 149 343.9 kg
-    EXPECT_NEAR(f.mKgCm, m, 1.0);    // 2 412 784 kg·cm = 24.13 t·m
+    EXPECT_NEAR(f.pKg, p, 0.01);  // 149 343.9 kg
+    EXPECT_NEAR(f.mKgCm, m, 1.0); // 2 412 784 kg·cm = 24.13 t·m
     // The same section bent about y is the same by symmetry.
     const SectionForce fy = sectionForce(*s, Direction::Y, bars, 2.0, 250.0, 4200.0, cb);
     EXPECT_NEAR(fy.pKg, p, 0.01);
@@ -260,6 +260,55 @@ TEST(ColumnBars, TheLeastAreaThatFitsTheBarLine) {
     b = chooseColumnBars(*small, 16.0, 5.0, kBars);
     EXPECT_EQ(b.count, 8);
     EXPECT_DOUBLE_EQ(b.diameterMm, 16.0);
+}
+
+TEST(ColumnTransverseSteel, TiesOfARectangleAndTheSpiralOfACircleByHand) {
+    // 40 × 40, 16 mm bars with their centres 4 cm in, 3 m high: ties of 10 mm at the least of
+    // 16 · 1.6 = 25.6, 48 · 1.0 = 48 and 40 cm, set out at 25 cm; 300 / 25 = 12 spaces, 13
+    // ties. The tie's centre line is 4 − (1.6 + 1.0) / 2 = 2.7 cm in, a 34.6 cm square: 138.4
+    // cm, and two hooks of max(6 · 1.0, 7.5) = 7.5 cm: 153.4, cut at 154 cm.
+    ColumnGroup g = rectangleGroup(40, 40, 100, 0, 0, 300);
+    TransverseSteel t = transverseSteel(g, *columnSection(1, g.dims), 16.0, 4.0);
+    EXPECT_FALSE(t.spiral);
+    EXPECT_DOUBLE_EQ(t.diameterMm, 10.0);
+    EXPECT_NEAR(t.limitCm, 25.6, 1e-9);
+    EXPECT_DOUBLE_EQ(t.spacingCm, 25.0);
+    EXPECT_EQ(t.countPerColumn, 13);
+    EXPECT_DOUBLE_EQ(t.lengthCm, 154.0);
+    // 30 × 60 with 25 mm bars: the least dimension governs (16 · 2.5 = 40 > 30); 310 / 30 is
+    // 10.3, so 11 spaces and 12 ties, none more than 30 cm apart.
+    g = rectangleGroup(30, 60, 100, 0, 0, 310);
+    t = transverseSteel(g, *columnSection(1, g.dims), 25.0, 5.0);
+    EXPECT_DOUBLE_EQ(t.spacingCm, 30.0);
+    EXPECT_EQ(t.countPerColumn, 12);
+
+    // A spirally reinforced circle of 50 cm, 20 mm bars 5 cm in, Fc 250, FYties 2400, 3 m:
+    // bar circle 40, core out to out Dc = 40 + 2.0 + 2 · 1.0 = 44 cm, Ach = π 44² / 4 =
+    // 1520.53 cm²; Ag / Ach = 50² / 44² = 1.291322, rho_s = 0.45 · 0.291322 · 250 / 2400 =
+    // 0.0136557. Pitch 4 Asp / (Dc rho_s) = π / (44 · 0.0136557) = 5.2286, set out at 5.0 cm
+    // (4.0 cm clear, within 2.5 to 7.5); 300 / 5 = 60 turns and 3 end turns: 63. One turn:
+    // √((π · 43)² + 5²) = √(135.088² + 25) = 135.18, cut at 136 cm.
+    g.type = 2;
+    g.dims = {50, 0, 0, 0, 0};
+    g.colLenCm = 300;
+    t = transverseSteel(g, *columnSection(2, g.dims), 20.0, 5.0);
+    EXPECT_TRUE(t.spiral);
+    EXPECT_DOUBLE_EQ(t.diameterMm, 10.0);
+    EXPECT_NEAR(t.coreDiameterCm, 44.0, 1e-9);
+    EXPECT_NEAR(t.achCm2, 1520.53, 0.005);
+    EXPECT_NEAR(t.rhoS, 0.0136557, 1e-7);
+    EXPECT_DOUBLE_EQ(t.spacingCm, 5.0);
+    EXPECT_TRUE(t.clearPitchHolds);
+    EXPECT_EQ(t.countPerColumn, 63);
+    EXPECT_DOUBLE_EQ(t.lengthCm, 136.0);
+    // Fc 500 doubles rho_s: 10 mm would need a pitch of 2.61 → 2.5 cm, 1.5 clear; 12 mm:
+    // Dc = 44.4, Ag/Ach = 2500/1971.36 = 1.268156, rho_s = 0.45 · 0.268156 · 500 / 2400 =
+    // 0.0251396, pitch 4 · 1.130973 / (44.4 · 0.0251396) = 4.053 → 4.0 cm, 2.8 clear.
+    g.settings.Fc = 500;
+    t = transverseSteel(g, *columnSection(2, g.dims), 20.0, 5.0);
+    EXPECT_DOUBLE_EQ(t.diameterMm, 12.0);
+    EXPECT_DOUBLE_EQ(t.spacingCm, 4.0);
+    EXPECT_TRUE(t.clearPitchHolds);
 }
 
 } // namespace

@@ -115,12 +115,19 @@ TEST_F(ColumnJob, ARunWritesEachGroupsSheetWithItsBarsAndAFailingGroupKeepsNone)
     // bars 46.8 cm, for 20 mm 58.5 cm (at least 30 cm), rounded up to whole centimetres.
     bars::IronDatabase db = bars::OpenIronDatabase(project());
     const auto items = db.itemsByMark(kColumnSteelKind, "Gr-C1");
-    ASSERT_EQ(items.size(), 1u);
+    ASSERT_EQ(items.size(), 2u);
     EXPECT_EQ(items[0].mainKey, "04.001.001.0001.000");
     EXPECT_FLOAT_EQ(items[0].quantity, 2.0f * static_cast<float>(r1.finalBars.count));
     const double lapCm = 0.071 * 411.87930 * r1.finalBars.diameterMm / 10.0;
     EXPECT_FLOAT_EQ(items[0].lengthCm, static_cast<float>(std::ceil(300.0 + lapCm)));
-    EXPECT_EQ(first.steelItems, 1u);
+    // Mark 2: the ties of both columns, 10 mm, under a key of their own.
+    ASSERT_TRUE(r1.transverse);
+    EXPECT_EQ(items[1].mainKey, "04.001.001.0002.000");
+    EXPECT_FLOAT_EQ(items[1].diameterMm, 10.0f);
+    EXPECT_FLOAT_EQ(items[1].quantity, 2.0f * static_cast<float>(r1.transverse->countPerColumn));
+    EXPECT_EQ(items[1].description, "Ties, 2 columns");
+    EXPECT_NE(s1.find("\nTIES\nTie diameter= 10 mm\n"), std::string::npos) << s1;
+    EXPECT_EQ(first.steelItems, 2u);
 
     const ElementReport& second = run.elements[1];
     EXPECT_EQ(second.status, ElementStatus::ChecksFailed);
@@ -157,8 +164,8 @@ TEST_F(ColumnJob, ARunWritesEachGroupsSheetWithItsBarsAndAFailingGroupKeepsNone)
     EXPECT_TRUE(fs::exists(project() / "FtClGrp_Gr-C1.Analy"));
     EXPECT_TRUE(fs::exists(project() / "FtClGrp_Gr-C1.svg"));
     EXPECT_TRUE(db.findItem(bars::makeMainKey(4, 0, 1, 1, 0)));
-    // Floor 1's group of the same name keeps its own bars.
-    EXPECT_EQ(db.itemsByMark(kColumnSteelKind, "Gr-C1").size(), 2u);
+    // Floor 1's group of the same name keeps its own bars: main bars and ties of each level.
+    EXPECT_EQ(db.itemsByMark(kColumnSteelKind, "Gr-C1").size(), 4u);
 }
 
 // An edit of a level's groups: the record numbers of the groups after a deleted one shift, and
@@ -212,7 +219,7 @@ TEST_F(ColumnJob, StoredGroupsTakeTheirMembersAndTheStoreFollowsTheNumbers) {
     ASSERT_TRUE(stateOf(1));
     EXPECT_EQ(stateOf(1)->status, bars::DesignState::Status::NotDesigned);
     EXPECT_EQ(stateOf(1)->failures, kGroupChangedAfterDesign);
-    EXPECT_EQ(itemsOf(1), 1u);
+    EXPECT_EQ(itemsOf(1), 2u); // its main bars and its ties
     // Number 2 now stands for the former group 3, designed for other members: nothing of the
     // deleted group 2 (nor of group 3's old number) remains.
     EXPECT_FALSE(stateOf(2));
