@@ -286,6 +286,11 @@ int saveFootingGroup(const fs::path& project, int number, const FootingGroup& gr
         throw InputError(problem);
     }
     core::RecordFile file = loadFile(project);
+    // A removed number stays removed: its steel items and state may still be about.
+    if (number != 0 && (static_cast<std::size_t>(number) > file.count() ||
+                        !file.read(static_cast<std::size_t>(number)).inUse())) {
+        throw InputError(fmt::format("There is no footing group {}. Nothing was saved.", number));
+    }
     const std::size_t at = number == 0 ? file.count() + 1 : static_cast<std::size_t>(number);
     // Sheets are found by name without regard to case, so two groups whose names differ only
     // in case would write one sheet.

@@ -160,9 +160,9 @@ std::vector<StoredFootingGroup> readFootingGroups(const std::filesystem::path& p
 std::optional<FootingGroup> readFootingGroup(const std::filesystem::path& projectFolder,
                                              int number);
 
-/// Stores `group` as record `number` (0: a new record after the last, so that no number is
-/// ever taken again) after validateFootingGroup and checkFootingMainData against the footing
-/// level's column groups; the column groups' names are kept with their numbers. Crash-safe:
+/// Stores `group` as record `number`, a group in use (0: a new record after the last, so that
+/// no number is ever taken again) after validateFootingGroup and checkFootingMainData against the
+/// footing level's column groups; the column groups' names are kept with their numbers. Crash-safe:
 /// the file is written beside and renamed over. Returns the record number. Throws InputError
 /// (nothing written) with one sentence, the system's message where there is one; FileError.
 int saveFootingGroup(const std::filesystem::path& projectFolder, int number,

@@ -134,6 +134,7 @@ TEST_F(FootingGroupFile, RemovalMarksTheRecordInPlaceAndNumbersNeverMove) {
     EXPECT_EQ(groups[1].group.name, "Gr-Ft3");
     EXPECT_FALSE(readFootingGroup(project(), 2));
     EXPECT_THROW(removeFootingGroup(project(), 2), InputError);
+    EXPECT_THROW(saveFootingGroup(project(), 2, isolated("Gr-Ft2", 1)), InputError);
 
     // The free name is the removed group's, but its record number is never taken again: the
     // number keys the steel items and design state the removed group may have left.
