@@ -22,5 +22,6 @@ void addModelCommands(CLI::App& app, CommandContext& context);
 void addBeamCommands(CLI::App& app, CommandContext& context);
 void addDesignCommands(CLI::App& app, CommandContext& context);
 void addColumnCommands(CLI::App& app, CommandContext& context);
+void addFootingCommands(CLI::App& app, CommandContext& context);
 
 } // namespace orvak::cli

@@ -25,6 +25,7 @@ int main(int argc, char** argv) {
     orvak::cli::addBeamCommands(app, context);
     orvak::cli::addDesignCommands(app, context);
     orvak::cli::addColumnCommands(app, context);
+    orvak::cli::addFootingCommands(app, context);
 
     try {
         app.parse(argc, argv);

@@ -16,6 +16,7 @@
 #include "core/codepage.h"
 #include "core/error.h"
 #include "core/file_util.h"
+#include "footings/footing_settings.h"
 
 namespace fs = std::filesystem;
 using nlohmann::json;
@@ -636,6 +637,143 @@ void levelToJson(json& j, const std::vector<columns::Column>& cols,
     }
 }
 
+constexpr std::array<std::string_view, 3> kFootingKindNames = {"isolated", "combined", "pile"};
+
+footings::StoredFootingBars footingBarsFromJson(const json& obj, const std::string& where,
+                                                const char* key) {
+    footings::StoredFootingBars b;
+    if (!obj.contains(key)) {
+        return b;
+    }
+    const json& bj = obj.at(key);
+    const std::string at = fmt::format("{}, {}", where, key);
+    requireObject(bj, at, {"count", "diameter_mm", "area_cm2", "length_cm"});
+    b.count = bj.contains("count") ? toInt16(bj.at("count"), at, "count") : 0;
+    b.diameterMm = optionalSingle(bj, at, "diameter_mm", 0.0f);
+    b.areaCm2 = optionalSingle(bj, at, "area_cm2", 0.0f);
+    b.lengthCm = optionalSingle(bj, at, "length_cm", 0.0f);
+    return b;
+}
+
+json footingBarsToJson(const footings::StoredFootingBars& b) {
+    return {{"count", b.count},
+            {"diameter_mm", exactNumber(b.diameterMm)},
+            {"area_cm2", exactNumber(b.areaCm2)},
+            {"length_cm", exactNumber(b.lengthCm)}};
+}
+
+// A footing group; its columns name the footing level's column groups by their number (1 for
+// the first of "column_groups"), and the group keeps each one's name as the file does.
+footings::FootingGroup footingGroupFromJson(const json& j, const std::string& where,
+                                            const std::vector<columns::ColumnGroup>& groups) {
+    requireObject(j, where,
+                  {"name", "kind", "columns", "piles", "settings", "state", "a_cm", "b_cm", "h_cm",
+                   "bars_y", "bars_x"});
+    footings::FootingGroup g;
+    g.name = singleByteText(j, where, "name", footings::kFootingNameWidth);
+    if (!j.contains("kind") || !j.at("kind").is_string()) {
+        fail(where, "kind must be \"isolated\", \"combined\" or \"pile\"");
+    }
+    const auto kind = std::find(kFootingKindNames.begin(), kFootingKindNames.end(),
+                                j.at("kind").get<std::string>());
+    if (kind == kFootingKindNames.end()) {
+        fail(where, "kind must be \"isolated\", \"combined\" or \"pile\"");
+    }
+    g.kind = static_cast<footings::FootingKind>(kind - kFootingKindNames.begin() + 1);
+    if (!j.contains("columns") || !j.at("columns").is_array() ||
+        j.at("columns").size() != g.columnCount()) {
+        fail(where, g.columnCount() == 1 ? std::string("columns must be an array of one column")
+                                         : std::string("columns must be an array of two columns"));
+    }
+    for (std::size_t k = 0; k < g.columnCount(); ++k) {
+        const json& cj = j.at("columns")[k];
+        const std::string at = fmt::format("{}, column {}", where, k + 1);
+        requireObject(cj, at, {"column_group", "cx_cm", "cy_cm"});
+        footings::FootingPlacement& p = g.columns[k];
+        if (!cj.contains("column_group")) {
+            fail(at, "column_group is missing");
+        }
+        p.group = toInt16(cj.at("column_group"), at, "column_group");
+        if (p.group < 1 || static_cast<std::size_t>(p.group) > groups.size()) {
+            fail(at, fmt::format("column_group must be a column group of the footing level, 1 "
+                                 "to {}",
+                                 groups.size()));
+        }
+        p.groupName = groups[static_cast<std::size_t>(p.group - 1)].name;
+        p.cxCm = optionalSingle(cj, at, "cx_cm", 0.0f);
+        p.cyCm = optionalSingle(cj, at, "cy_cm", 0.0f);
+    }
+    if (j.contains("piles")) {
+        const json& pj = j.at("piles");
+        const std::string at = where + ", piles";
+        requireObject(pj, at,
+                      {"count", "diameter_cm", "length_cm", "surface_friction", "end_bearing"});
+        if (pj.contains("count")) {
+            g.piles = toInt16(pj.at("count"), at, "count");
+        }
+        g.pileDiameterCm = optionalSingle(pj, at, "diameter_cm", g.pileDiameterCm);
+        g.pileLengthCm = optionalSingle(pj, at, "length_cm", g.pileLengthCm);
+        g.surfaceFriction = optionalSingle(pj, at, "surface_friction", g.surfaceFriction);
+        g.endBearing = optionalSingle(pj, at, "end_bearing", g.endBearing);
+    }
+    if (j.contains("settings")) {
+        settingsFromJson(j.at("settings"), where, g.settings, "footing setting");
+    }
+    if (j.contains("state")) {
+        const std::int16_t state = toInt16(j.at("state"), where, "state");
+        if (state < 1 || state > 4) {
+            fail(where, "state must be a whole number from 1 to 4");
+        }
+        g.status = static_cast<footings::FootingStatus>(state);
+    }
+    g.aCm = optionalSingle(j, where, "a_cm", 0.0f);
+    g.bCm = optionalSingle(j, where, "b_cm", 0.0f);
+    g.hCm = optionalSingle(j, where, "h_cm", 0.0f);
+    g.barsY = footingBarsFromJson(j, where, "bars_y");
+    g.barsX = footingBarsFromJson(j, where, "bars_x");
+    if (const std::string problem = footings::validateFootingGroup(g); !problem.empty()) {
+        fail(where, problem);
+    }
+    if (const std::string problem = footings::checkFootingMainData(g, groups); !problem.empty()) {
+        fail(where, problem);
+    }
+    return g;
+}
+
+json footingGroupToJson(const footings::FootingGroup& g) {
+    json j = {{"name", core::toUtf8(g.name, core::CodePage::Windows1252)},
+              {"kind", kFootingKindNames[static_cast<std::size_t>(g.kind) - 1]}};
+    j["columns"] = json::array();
+    for (std::size_t k = 0; k < g.columnCount(); ++k) {
+        const footings::FootingPlacement& p = g.columns[k];
+        j["columns"].push_back({{"column_group", p.group},
+                                {"cx_cm", exactNumber(p.cxCm)},
+                                {"cy_cm", exactNumber(p.cyCm)}});
+    }
+    const footings::FootingGroup defaults;
+    if (g.kind == footings::FootingKind::Pile || g.piles != defaults.piles ||
+        g.pileDiameterCm != defaults.pileDiameterCm || g.pileLengthCm != defaults.pileLengthCm ||
+        g.surfaceFriction != defaults.surfaceFriction || g.endBearing != defaults.endBearing) {
+        j["piles"] = {{"count", g.piles},
+                      {"diameter_cm", exactNumber(g.pileDiameterCm)},
+                      {"length_cm", exactNumber(g.pileLengthCm)},
+                      {"surface_friction", exactNumber(g.surfaceFriction)},
+                      {"end_bearing", exactNumber(g.endBearing)}};
+    }
+    if (json settings = settingsToJson(g.settings, footings::defaultFootingSettings());
+        !settings.empty()) {
+        j["settings"] = settings;
+    }
+    // What the last design left in the group, so that an export reads back the same record.
+    j["state"] = static_cast<std::int16_t>(g.status);
+    j["a_cm"] = exactNumber(g.aCm);
+    j["b_cm"] = exactNumber(g.bCm);
+    j["h_cm"] = exactNumber(g.hCm);
+    j["bars_y"] = footingBarsToJson(g.barsY);
+    j["bars_x"] = footingBarsToJson(g.barsX);
+    return j;
+}
+
 } // namespace
 
 ProjectModel modelFromJson(const json& j) {
@@ -691,8 +829,19 @@ ProjectModel modelFromJson(const json& j) {
     }
     if (j.contains("footing_level")) {
         const json& lj = j.at("footing_level");
-        requireObject(lj, "The footing level", {"columns", "column_groups"});
+        requireObject(lj, "The footing level", {"columns", "column_groups", "footing_groups"});
         levelFromJson(lj, "The footing level", model.footingColumns, model.footingGroups);
+        if (lj.contains("footing_groups")) {
+            const json& fg = lj.at("footing_groups");
+            if (!fg.is_array()) {
+                fail("The footing level", "footing_groups must be an array");
+            }
+            for (std::size_t n = 0; n < fg.size(); ++n) {
+                model.footingDesignGroups.push_back(footingGroupFromJson(
+                    fg[n], fmt::format("The footing level, footing group {}", n + 1),
+                    model.footingGroups));
+            }
+        }
     }
     std::vector<floors::Floor> list;
     for (const auto& fm : model.floors) {
@@ -722,9 +871,16 @@ json modelToJson(const ProjectModel& model) {
         levelToJson(fj, fm.columns, fm.groups);
         j["floors"].push_back(fj);
     }
-    if (!model.footingColumns.empty() || !model.footingGroups.empty()) {
+    if (!model.footingColumns.empty() || !model.footingGroups.empty() ||
+        !model.footingDesignGroups.empty()) {
         json lj = json::object();
         levelToJson(lj, model.footingColumns, model.footingGroups);
+        if (!model.footingDesignGroups.empty()) {
+            lj["footing_groups"] = json::array();
+            for (const auto& g : model.footingDesignGroups) {
+                lj["footing_groups"].push_back(footingGroupToJson(g));
+            }
+        }
         j["footing_level"] = lj;
     }
     return j;

@@ -1,6 +1,6 @@
 // The project model in a project folder: the floor list CIELS.DAT, each floor's beam, column
-// and group files and the footing level's, read as they stand and written only into a project
-// that holds none of them yet.
+// and group files and the footing level's with its footing groups, read as they stand and
+// written only into a project that holds none of them yet.
 #include "model/project_model.h"
 
 #include <fmt/format.h>
@@ -23,6 +23,9 @@ ProjectModel readProjectModel(const fs::path& projectFolder) {
     }
     model.footingColumns = columns::readColumns(projectFolder, columns::ColumnLevel{0});
     model.footingGroups = columns::readGroups(projectFolder, columns::ColumnLevel{0});
+    for (footings::StoredFootingGroup& s : footings::readFootingGroups(projectFolder)) {
+        model.footingDesignGroups.push_back(std::move(s.group));
+    }
     return model;
 }
 
@@ -40,6 +43,7 @@ void writeProjectModel(const fs::path& projectFolder, const ProjectModel& model)
     }
     names.push_back(columns::columnsFileName({0}));
     names.push_back(columns::groupsFileName({0}));
+    names.emplace_back(footings::kFootingGroupsFile);
     for (const std::string& name : names) {
         if (core::findFileNoCase(projectFolder, name)) {
             throw InputError(
@@ -71,6 +75,9 @@ void writeProjectModel(const fs::path& projectFolder, const ProjectModel& model)
     }
     if (!model.footingGroups.empty()) {
         add(columns::groupsFileImage(projectFolder, {0}, model.footingGroups));
+    }
+    if (!model.footingDesignGroups.empty()) {
+        add(footings::footingGroupsFileImage(projectFolder, model.footingDesignGroups));
     }
     std::vector<floors::Floor> list;
     for (const auto& fm : model.floors) {

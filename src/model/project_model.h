@@ -8,6 +8,7 @@
 #include "beams/beam_record.h"
 #include "columns/column_records.h"
 #include "floors/floors.h"
+#include "footings/footing_records.h"
 
 namespace orvak::model {
 
@@ -32,14 +33,18 @@ struct ProjectModel {
     /// The columns standing on the footings and their groups (FCOLUMNS.DAT, FCOLSGRP.DAT).
     std::vector<columns::Column> footingColumns;
     std::vector<columns::ColumnGroup> footingGroups;
+    /// The footing groups (FootsGRP.DAT) in record order, removed ones left out; a footing
+    /// group's column groups are numbers into footingGroups.
+    std::vector<footings::FootingGroup> footingDesignGroups;
     bool operator==(const ProjectModel&) const = default;
 };
 
-/// The floors, beams, columns and column groups stored in a project folder. Throws FileError.
+/// The floors, beams, columns and column groups and the footing groups stored in a project
+/// folder. Throws FileError.
 ProjectModel readProjectModel(const std::filesystem::path& projectFolder);
 /// Writes CIELS.DAT, the beam, column and group files of every floor and those of the footing
-/// level. Refuses (InputError) when the project already holds floors or one of these files,
-/// so that nothing is overwritten.
+/// level with its footing groups. Refuses (InputError) when the project already holds floors or one
+/// of these files, so that nothing is overwritten.
 void writeProjectModel(const std::filesystem::path& projectFolder, const ProjectModel& model);
 
 } // namespace orvak::model

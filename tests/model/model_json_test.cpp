@@ -263,5 +263,72 @@ TEST(ModelJsonColumns, ColumnsAndGroupsOfFloorsAndTheFootingLevelRoundTrip) {
     }
 }
 
+TEST(ModelJsonFootings, FootingGroupsRoundTripAndTheirMainDataIsChecked) {
+    json j = twoSpanModel();
+    j["footing_level"] = json::parse(R"({
+        "columns": [{"name": "F1", "group": 1, "height_cm": 150, "dims_cm": [30, 40],
+                     "pu_t": 70},
+                    {"name": "F2", "group": 2, "height_cm": 150, "dims_cm": [40, 40],
+                     "pu_t": 120}],
+        "column_groups": [{"name": "Gr-C1", "dims_cm": [30, 40]},
+                          {"name": "Gr-C2", "dims_cm": [40, 40]}],
+        "footing_groups": [
+          {"name": "Gr-Ft1", "kind": "isolated", "columns": [{"column_group": 2, "cx_cm": 15}],
+           "settings": {"SoilCapacity": 1.5, "MinDepth": 35}},
+          {"name": "Gr-Ft2", "kind": "combined",
+           "columns": [{"column_group": 1, "cx_cm": 25}, {"column_group": 2, "cx_cm": 325.5}],
+           "state": 1, "a_cm": 180, "b_cm": 400, "h_cm": 57.5,
+           "bars_y": {"count": 12, "diameter_mm": 16, "area_cm2": 24.13, "length_cm": 385}},
+          {"name": "P1", "kind": "pile", "columns": [{"column_group": 1}],
+           "piles": {"count": 6, "diameter_cm": 50, "surface_friction": 2.5}}]})");
+    const ProjectModel m = modelFromJson(j);
+    ASSERT_EQ(m.footingDesignGroups.size(), 3u);
+    const footings::FootingGroup& iso = m.footingDesignGroups[0];
+    EXPECT_EQ(iso.kind, footings::FootingKind::Isolated);
+    EXPECT_EQ(iso.columns[0].group, 2);
+    EXPECT_EQ(iso.columns[0].groupName, "Gr-C2"); // kept with the number, as the file keeps it
+    EXPECT_FLOAT_EQ(iso.settings.soilCapacity, 1.5f);
+    EXPECT_EQ(iso.settings.Fc, footings::defaultFootingSettings().Fc);
+    const footings::FootingGroup& comb = m.footingDesignGroups[1];
+    EXPECT_FLOAT_EQ(comb.columns[1].cxCm, 325.5f);
+    EXPECT_EQ(comb.status, footings::FootingStatus::Designed);
+    EXPECT_EQ(comb.barsY.count, 12);
+    EXPECT_EQ(m.footingDesignGroups[2].piles, 6);
+    EXPECT_FLOAT_EQ(m.footingDesignGroups[2].pileLengthCm, 1200.0f); // left out: the default
+
+    EXPECT_EQ(modelFromJson(json::parse(modelToJson(m).dump())), m);
+    test::TempDir dir;
+    const fs::path project = dir / "Foot.prj";
+    fs::create_directories(project);
+    writeProjectModel(project, m);
+    EXPECT_EQ(fs::file_size(project / "FootsGRP.DAT"), 3u * 852u);
+    EXPECT_EQ(readProjectModel(project), m);
+
+    // The system's messages of saving a group's main data, naming the group.
+    const auto message = [](const json& model) {
+        try {
+            modelFromJson(model);
+        } catch (const InputError& e) {
+            return std::string(e.what());
+        }
+        return std::string("read");
+    };
+    json bad = j;
+    bad["footing_level"]["footing_groups"][1]["columns"][1]["cx_cm"] = 25;
+    EXPECT_EQ(message(bad), "The footing level, footing group 2: CX1 IS GREATER OR EQUAL CX2.");
+    bad = j;
+    bad["footing_level"]["footing_groups"][0]["columns"][0]["cy_cm"] = -5;
+    EXPECT_EQ(message(bad),
+              "The footing level, footing group 1: Footing dimension is not suitable for column.");
+    bad = j;
+    bad["footing_level"]["footing_groups"][0]["columns"][0]["column_group"] = 3;
+    EXPECT_EQ(message(bad), "The footing level, footing group 1, column 1: column_group must be "
+                            "a column group of the footing level, 1 to 2.");
+    bad = j;
+    bad["footing_level"]["footing_groups"][1]["columns"].erase(1);
+    EXPECT_EQ(message(bad), "The footing level, footing group 2: columns must be an array of two "
+                            "columns.");
+}
+
 } // namespace
 } // namespace orvak::model

@@ -47,6 +47,10 @@ TEST_F(ShippedDataStart, FirstStartInstallsTheTablesAndTheDemoBuildingAndOpensIt
     }
     EXPECT_FALSE(model.footingColumns.empty());
     EXPECT_FALSE(model.footingGroups.empty());
+    // An isolated and a combined footing group over the footing level's column groups.
+    ASSERT_EQ(model.footingDesignGroups.size(), 2u);
+    EXPECT_EQ(model.footingDesignGroups[0].kind, footings::FootingKind::Isolated);
+    EXPECT_EQ(model.footingDesignGroups[1].kind, footings::FootingKind::Combined);
 
     // The built-in tables become files: 16 bars of 45 bytes, 27 spacings of 85; no mesh.
     EXPECT_EQ(fs::file_size(general() / "ROUNDBAR.DAT"), 16u * 45u);

@@ -99,10 +99,10 @@ constexpr std::array<FieldSpec, kFieldCount> kFields = {{
     {"SurfFricTxt", "Surface friction (t/m2)", false, 7},
     {"EndBearTxt", "End bearing (t/m2)", false, 7},
 }};
-constexpr std::array<std::string_view, 6> kBoxes = {
-    "Groups", "Footing", "Column", "Second column", "Piles", "Last design"};
+constexpr std::array<std::string_view, 6> kBoxes = {"Groups",        "Footing", "Column",
+                                                    "Second column", "Piles",   "Last design"};
 constexpr std::array<std::string_view, 3> kKinds = {"Isolated footing", "Combined footing",
-                                                     "Pile footing"};
+                                                    "Pile footing"};
 constexpr std::array<std::pair<std::string_view, std::string_view>, 8> kButtons = {{
     {"CmdNew", "New group"},
     {"CmdDelete", "Delete group"},
@@ -128,13 +128,13 @@ QString shown(float v) {
 
 FtGroups::FtGroups(shell::ShellState& shell, QWidget* parent)
     : QWidget(parent), m_shell(shell), m_groupList(new QListWidget(this)),
-      m_kind(new QComboBox(this)), m_secondBox(new QGroupBox(this)),
-      m_pileBox(new QGroupBox(this)), m_settingsText(new QLabel(this)),
-      m_result(new QLabel(this)), m_convention(new QLabel(this)), m_new(new QPushButton(this)),
-      m_delete(new QPushButton(this)), m_settings(new QPushButton(this)),
-      m_save(new QPushButton(this)), m_design(new QPushButton(this)),
-      m_designAll(new QPushButton(this)), m_sheet(new QPushButton(this)),
-      m_exit(new QPushButton(this)), m_run(new ui::DesignRun(shell, this)) {
+      m_kind(new QComboBox(this)), m_secondBox(new QGroupBox(this)), m_pileBox(new QGroupBox(this)),
+      m_settingsText(new QLabel(this)), m_result(new QLabel(this)), m_convention(new QLabel(this)),
+      m_new(new QPushButton(this)), m_delete(new QPushButton(this)),
+      m_settings(new QPushButton(this)), m_save(new QPushButton(this)),
+      m_design(new QPushButton(this)), m_designAll(new QPushButton(this)),
+      m_sheet(new QPushButton(this)), m_exit(new QPushButton(this)),
+      m_run(new ui::DesignRun(shell, this)) {
     setObjectName(QStringLiteral("FtGroups"));
     setAttribute(Qt::WA_DeleteOnClose);
     m_groupList->setObjectName(QStringLiteral("GrpList"));
@@ -163,8 +163,8 @@ FtGroups::FtGroups(shell::ShellState& shell, QWidget* parent)
     static const QRegularExpression decimal(QStringLiteral("[0-9]{0,6}(\\.[0-9]{0,3})?"));
     for (const FieldSpec& f : kFields) {
         auto* edit = new QLineEdit(this);
-        edit->setObjectName(QString::fromLatin1(f.objectName.data(),
-                                                static_cast<int>(f.objectName.size())));
+        edit->setObjectName(
+            QString::fromLatin1(f.objectName.data(), static_cast<int>(f.objectName.size())));
         if (f.objectName == "GrpNameTxt") {
             edit->setMaxLength(f.width);
         } else {
@@ -353,7 +353,8 @@ void FtGroups::load() {
             ui::tellUser(this, m_messageHook, QString::fromUtf8(e.what()));
         }
     }
-    m_current = m_groups.empty() ? -1 : std::clamp(m_current, 0, static_cast<int>(m_groups.size()) - 1);
+    m_current =
+        m_groups.empty() ? -1 : std::clamp(m_current, 0, static_cast<int>(m_groups.size()) - 1);
     for (QComboBox* combo : m_columnGroup) {
         combo->clear();
         for (std::size_t i = 0; i < m_columnGroups.size(); ++i) {
@@ -403,21 +404,19 @@ void FtGroups::showGroupList() {
                         : prompt(kNotDesigned, "not designed");
         }
         const auto kind = static_cast<std::size_t>(g.group.kind) - 1;
-        auto* item = new QListWidgetItem(
-            QStringLiteral("%1  %2  (%3)  %4")
-                .arg(g.number)
-                .arg(ui::toQString(g.group.name, m_shell.language()))
-                .arg(prompt(kFirstKind + kind, kKinds[kind]))
-                .arg(state),
-            m_groupList);
+        auto* item = new QListWidgetItem(QStringLiteral("%1  %2  (%3)  %4")
+                                             .arg(g.number)
+                                             .arg(ui::toQString(g.group.name, m_shell.language()))
+                                             .arg(prompt(kFirstKind + kind, kKinds[kind]))
+                                             .arg(state),
+                                         m_groupList);
         if (s != states.end() && !s->second.failures.empty()) {
             item->setToolTip(ui::toQString(s->second.failures, m_shell.language()));
         }
     }
     if (m_fresh) {
-        new QListWidgetItem(QStringLiteral("*  ") +
-                                ui::toQString(m_fresh->name, m_shell.language()),
-                            m_groupList);
+        new QListWidgetItem(
+            QStringLiteral("*  ") + ui::toQString(m_fresh->name, m_shell.language()), m_groupList);
         m_groupList->setCurrentRow(m_groupList->count() - 1);
     } else {
         m_groupList->setCurrentRow(m_current);
@@ -449,7 +448,7 @@ void FtGroups::showKind() {
 
 void FtGroups::showGroup() {
     m_showing = true;
-    const FootingGroup* g = m_fresh ? &*m_fresh
+    const FootingGroup* g = m_fresh          ? &*m_fresh
                             : m_current >= 0 ? &m_groups[static_cast<std::size_t>(m_current)].group
                                              : nullptr;
     const bool any = g != nullptr;
@@ -506,11 +505,11 @@ void FtGroups::showResult() {
         m_result->setText(prompt(kNotYet, "not designed yet"));
         return;
     }
-    QString text = prompt(kResultLine, "%1: A=%2 cm, B=%3 cm, H=%4 cm")
-                       .arg(g.status == FootingStatus::Designed
-                                ? prompt(kDesigned, "designed")
-                                : prompt(kChecksFailed, "checks failed"))
-                       .arg(shown(g.aCm), shown(g.bCm), shown(g.hCm));
+    QString text =
+        prompt(kResultLine, "%1: A=%2 cm, B=%3 cm, H=%4 cm")
+            .arg(g.status == FootingStatus::Designed ? prompt(kDesigned, "designed")
+                                                     : prompt(kChecksFailed, "checks failed"))
+            .arg(shown(g.aCm), shown(g.bCm), shown(g.hCm));
     for (const StoredFootingBars* bars : {&g.barsY, &g.barsX}) {
         if (bars->count > 0) {
             text += QStringLiteral("\n") +

@@ -59,8 +59,7 @@ FtRpt::FtRpt(shell::ShellState& shell, QWidget* parent)
     layout->addLayout(buttons);
 
     connect(m_choose, &QPushButton::clicked, this, [this] {
-        const int k =
-            chooseFootingGroup(this, m_shell, m_groups, m_groupCombo->currentIndex() + 1);
+        const int k = chooseFootingGroup(this, m_shell, m_groups, m_groupCombo->currentIndex() + 1);
         if (k > 0) {
             m_groupCombo->setCurrentIndex(k - 1);
         }
