@@ -1,5 +1,6 @@
 // Speed of a whole beam design: a 30-span beam analysed under the per-span scheme and designed
-// in memory, and the demo project designed from its files to listings and steel items.
+// in memory, the demo project designed from its files to listings and steel items, and the
+// demo's footing groups chosen and designed through the job runner.
 #include <benchmark/benchmark.h>
 
 #include <chrono>
@@ -13,6 +14,7 @@
 #include "core/record.h"
 #include "floors/floors.h"
 #include "jobs/beam_design_job.h"
+#include "jobs/footing_design_job.h"
 #include "model/model_json.h"
 
 namespace {
@@ -85,5 +87,18 @@ void BM_DesignDemoProject(benchmark::State& state) {
     state.counters["beams"] = static_cast<double>(beams);
 }
 BENCHMARK(BM_DesignDemoProject)->Unit(benchmark::kMillisecond);
+
+// One run over the demo's footing groups: reading the group file and the footing level,
+// gathering each group's loads, the designs, the sheets and the steel store's transaction.
+void BM_DesignDemoFootings(benchmark::State& state) {
+    const DemoProject demo;
+    const auto barTable = designBarTable(demo.general()).rows;
+    for (auto _ : state) {
+        const auto chosen = orvak::jobs::chooseFootingGroups(demo.project(), {}, {});
+        auto r = orvak::jobs::designFootingGroups(demo.project(), chosen, barTable);
+        benchmark::DoNotOptimize(r);
+    }
+}
+BENCHMARK(BM_DesignDemoFootings)->Unit(benchmark::kMillisecond);
 
 } // namespace

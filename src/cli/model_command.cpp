@@ -77,10 +77,15 @@ void addModelCommands(CLI::App& app, CommandContext& context) {
             if (columnCount + groupCount == 0) {
                 std::cout << fmt::format("Imported {} floors and {} beams into {}\n",
                                          imported.floors.size(), beamCount, folder.string());
-            } else {
+            } else if (imported.footingDesignGroups.empty()) {
                 std::cout << fmt::format(
                     "Imported {} floors, {} beams, {} columns and {} column groups into {}\n",
                     imported.floors.size(), beamCount, columnCount, groupCount, folder.string());
+            } else {
+                std::cout << fmt::format("Imported {} floors, {} beams, {} columns, {} column "
+                                         "groups and {} footing groups into {}\n",
+                                         imported.floors.size(), beamCount, columnCount, groupCount,
+                                         imported.footingDesignGroups.size(), folder.string());
             }
             return 0;
         };
@@ -88,9 +93,9 @@ void addModelCommands(CLI::App& app, CommandContext& context) {
 
     auto exportProject = std::make_shared<std::string>();
     auto exportFile = std::make_shared<std::string>();
-    auto* exportCmd = app.add_subcommand(
-        "export", "Print a project's floors, beams, columns and column groups as "
-                  "a JSON model.");
+    auto* exportCmd =
+        app.add_subcommand("export", "Print a project's floors, beams, columns, column groups and "
+                                     "footing groups as a JSON model.");
     exportCmd->add_option("project", *exportProject, "Project folder (a folder ending in .prj)")
         ->required();
     exportCmd->add_option("-o,--output", *exportFile, "Write the model to this file instead");
