@@ -192,11 +192,34 @@ CombinedFootingResult designCombinedFooting(const CombinedFootingInput& in,
     };
     const double w1 = std::max(0.0, (A - f1.acrossCm) / 2.0);
     const double w2 = std::max(0.0, (A - f2.acrossCm) / 2.0);
-    const double mLong = std::max(r.mUnderKgCm, r.mBetweenKgCm);
+    // The moment along the footing is a quadratic between the loads; its extremes lie at the
+    // faces and where the shear is zero (between the columns, and beyond column 2). A
+    // positive moment (the soil pushing up) pulls the bottom, a negative one the top.
+    {
+        std::vector<double> at = {cx1 - f1.alongCm / 2.0, cx1 + f1.alongCm / 2.0,
+                                  cx2 - f2.alongCm / 2.0, cx2 + f2.alongCm / 2.0};
+        if (r.zeroShearBetween) {
+            at.push_back(r.zeroShearCm);
+        }
+        const double x3 = (pu1 + pu2) / w;
+        if (x3 > cx2 && x3 < B) {
+            at.push_back(x3);
+        }
+        for (const double x : at) {
+            const double mx = m(std::clamp(x, 0.0, B));
+            r.mSaggingKgCm = std::max(r.mSaggingKgCm, mx);
+            r.mHoggingKgCm = std::max(r.mHoggingKgCm, -mx);
+        }
+    }
+    r.longAtTop = r.mHoggingKgCm >= r.mSaggingKgCm;
+    const double mLong = std::max({r.mUnderKgCm, r.mBetweenKgCm, r.mSaggingKgCm, r.mHoggingKgCm});
+    const double mOther = r.longAtTop ? r.mSaggingKgCm : r.mHoggingKgCm;
     double dd = d;
     for (int step = 0;; ++step) {
         r.steelLong =
             designSteel(0.0, mLong, A, dd, A - 2.0 * cover, B - 2.0 * cover, s, r.limits, barTable);
+        r.steelOther = designSteel(0.0, mOther, A, dd, A - 2.0 * cover, B - 2.0 * cover, s,
+                                   r.limits, barTable);
         const double s1 = stripWidth(cx1, f1, dd);
         const double s2 = stripWidth(cx2, f2, dd);
         r.strip1 = designSteel(w1, pu1 / A * w1 * w1 / 2.0, s1, dd, s1, A - 2.0 * cover, s,
@@ -205,7 +228,7 @@ CombinedFootingResult designCombinedFooting(const CombinedFootingInput& in,
                                r.limits, barTable);
         bool shallow = false;
         double worst = 0.0;
-        for (const SteelDirection* sd : {&r.steelLong, &r.strip1, &r.strip2}) {
+        for (const SteelDirection* sd : {&r.steelLong, &r.steelOther, &r.strip1, &r.strip2}) {
             if (sd->tooShallow(r.limits)) {
                 shallow = true;
                 worst = std::max(worst, DeepenPass::ratioOf(*sd, s));
@@ -236,7 +259,8 @@ CombinedFootingResult designCombinedFooting(const CombinedFootingInput& in,
     if (r.deepenExhausted) {
         r.failures.push_back("Steel ratio above RowMax");
     }
-    if (!r.steelLong.bars.found || !r.strip1.bars.found || !r.strip2.bars.found) {
+    if (!r.steelLong.bars.found || !r.steelOther.bars.found || !r.strip1.bars.found ||
+        !r.strip2.bars.found) {
         r.failures.push_back("No bars of the table fit the steel area");
     }
     r.status = r.failures.empty() ? FootingStatus::Designed : FootingStatus::ChecksFailed;
@@ -255,6 +279,11 @@ FootingSummary CombinedFootingResult::summary() const {
     sum.hCm = finalHCm;
     sum.barsY = steelLong.bars;
     sum.barsX = strip2.muKgCm > strip1.muKgCm ? strip2.bars : strip1.bars;
+    sum.barSets = {
+        {longAtTop ? "Top bars, long direction" : "Bottom bars, long direction", steelLong.bars},
+        {longAtTop ? "Bottom bars, long direction" : "Top bars, long direction", steelOther.bars},
+        {"Bottom bars across, under column 1", strip1.bars},
+        {"Bottom bars across, under column 2", strip2.bars}};
     return sum;
 }
 

@@ -75,8 +75,16 @@ struct CombinedFootingResult {
     bool deepenExhausted = false;
     double finalDCm = 0.0;
     double finalHCm = 0.0;
-    SteelDirection steelLong; ///< bars along x, the largest moment along the footing
-    SteelDirection strip1;    ///< bars across, in the strip under column 1
+    /// Bars along x for the largest moment along the footing: at the top where the footing
+    /// hogs (tension at the top, between the columns), else at the bottom.
+    SteelDirection steelLong;
+    bool longAtTop = false;
+    /// Bars along x on the other face, for the largest moment of the other sign (the least
+    /// steel where there is none).
+    SteelDirection steelOther;
+    double mSaggingKgCm = 0.0; ///< the largest moment with tension at the bottom
+    double mHoggingKgCm = 0.0; ///< the largest moment with tension at the top (its size)
+    SteelDirection strip1;     ///< bars across, in the strip under column 1
     SteelDirection strip2;
 
     FootingSummary summary() const;

@@ -183,6 +183,15 @@ core::Sheet combinedFootingSheet(const CombinedFootingInput& in, const CombinedF
     ratioLines(sh, "ROW=(0.85 * Fc/FY)*(1-Abs((1-((2.61*Mux)/(Fc*B*D^2))))^(1/2)) ",
                "ROW= ", "AST=ROW*B*D= ", r.steelLong);
     barLines(sh, "FINAL STEEL BARS IN Y DIRECTION", r.steelLong.bars);
+    // Where the long bars lie, and those of the other face.
+    sh.line(r.longAtTop ? "These bars lie at the top: the footing hogs between the columns."
+                        : "These bars lie at the bottom.");
+    sh.line(r.longAtTop ? "Long bars at the bottom" : "Long bars at the top");
+    sh.formula("M = ", kNum, r.steelOther.muKgCm / 1.0e5, " ton.m");
+    sh.formula("ROW= ", kRatio, r.steelOther.rho);
+    sh.formula("AST=ROW*B*D= ", kNum, r.steelOther.astCm2, " cm^2");
+    barLines(sh, r.longAtTop ? "FINAL STEEL BARS AT THE BOTTOM" : "FINAL STEEL BARS AT THE TOP",
+             r.steelOther.bars);
     sh.line("Steel area in X-Direction");
     stripLines(sh, 1, r.strip1);
     stripLines(sh, 2, r.strip2);

@@ -212,6 +212,8 @@ FootingSummary IsolatedFootingResult::summary() const {
     sum.hCm = finalHCm;
     sum.barsY = steelY.bars;
     sum.barsX = steelX.bars;
+    sum.barSets = {{"Bottom bars, Y direction", steelY.bars},
+                   {"Bottom bars, X direction", steelX.bars}};
     return sum;
 }
 

@@ -167,12 +167,19 @@ std::vector<bars::SteelItem> footingSteelItems(const ChosenFooting& c,
     }
     const double cover = c.group.settings.coverCm;
     // The bars along y span the side A, those along x the side B.
-    const struct {
-        const footings::FootingBars& bars;
+    struct Direction {
+        footings::FootingBars bars;
         double sideCm;
-        const char* text;
-    } directions[] = {{s.barsY, s.aCm, "Bottom bars, Y direction"},
+        std::string text;
+    };
+    std::vector<Direction> directions;
+    if (s.barSets.empty()) {
+        directions = {{s.barsY, s.aCm, "Bottom bars, Y direction"},
                       {s.barsX, s.bCm, "Bottom bars, X direction"}};
+    }
+    for (const footings::FootingBarSet& set : s.barSets) {
+        directions.push_back({set.bars, 0.0, set.text});
+    }
     std::int32_t mark = 0;
     for (const auto& d : directions) {
         ++mark;

@@ -296,6 +296,19 @@ TEST(CombinedFooting, EqualLoadsByHand) {
     EXPECT_NEAR(r.steelLong.rho, rhoByHand(3.5e6, 125, 40), 1e-12);
     EXPECT_EQ(r.steelLong.bars.count, 5);
     EXPECT_DOUBLE_EQ(r.steelLong.bars.diameterMm, 25.0);
+    // That moment hogs, so those bars lie at the top. The bottom takes the largest sagging
+    // moment, at the outer faces: M(30) = M(370) = 350·30²/2 = 157 500 kg·cm, rho 0.00026 →
+    // 0.0018, As = 0.0018·125·40 = 9.0 cm².
+    EXPECT_TRUE(r.longAtTop);
+    EXPECT_NEAR(r.mHoggingKgCm, 3.5e6, 1e-3);
+    EXPECT_NEAR(r.mSaggingKgCm, 157500.0, 1e-6);
+    EXPECT_NEAR(r.steelOther.astCm2, 9.0, 1e-9);
+    // The steel store gets the four layers: the long bars at the top and at the bottom, and
+    // the cross bars under each column.
+    const FootingSummary sum = r.summary();
+    ASSERT_EQ(sum.barSets.size(), 4u);
+    EXPECT_EQ(sum.barSets[0].text, "Top bars, long direction");
+    EXPECT_EQ(sum.barSets[1].text, "Bottom bars, long direction");
     // Strip under column 1: W = (125 − 40)/2 = 42.5, Mu = (70 000/125)·42.5²/2 = 505 750 over
     // 0..100 (40 + 0.75·40 beyond the inner face, cut at the end): rho 0.00084 → 0.0018,
     // As = 0.0018·100·40 = 7.2 cm².
