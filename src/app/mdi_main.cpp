@@ -37,6 +37,7 @@
 #include "columns/forms/clgroups_form.h"
 #include "core/error.h"
 #include "floors/forms/floor_forms.h"
+#include "footings/forms/ftgroups_form.h"
 #include "shell/forms/openlib_form.h"
 #include "shell/projects.h"
 #include "shell/startup.h"
@@ -240,6 +241,12 @@ MdiMain::MdiMain(shell::ShellState& shell, std::span<const MenuItem> items, QWid
             if (form->showLevel(columns::ColumnLevel{floor}) && number > 0) {
                 form->chooseGroup(number);
             }
+        }
+    });
+    connect(m_explorer, &ProjectExplorer::footingGroupChosen, this, [this](int number) {
+        if (auto* form =
+                qobject_cast<footings::forms::FtGroups*>(openForm(QStringLiteral("FtGroups")))) {
+            form->chooseGroup(number);
         }
     });
     connect(m_explorer, &ProjectExplorer::designFloorRequested, this,

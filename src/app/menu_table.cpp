@@ -17,6 +17,8 @@
 #include "columns/forms/clseting_form.h"
 #include "columns/forms/columns_form.h"
 #include "floors/forms/floor_forms.h"
+#include "footings/forms/ftgroups_form.h"
+#include "footings/forms/ftrpt_form.h"
 #include "footings/forms/ftseting_form.h"
 #include "shell/forms/gsetting_form.h"
 #include "shell/forms/openlib_form.h"
@@ -54,6 +56,8 @@ using floors::forms::CielData;
 using floors::forms::CielThick;
 using floors::forms::NewCiel;
 using floors::forms::SlcCiel;
+using footings::forms::FtGroups;
+using footings::forms::FtRpt;
 using footings::forms::FtSeting;
 using shell::forms::Gsetting;
 using shell::forms::Projdata;
@@ -106,6 +110,7 @@ const std::array kMenuTable = {
              [](MdiMain& f) -> QWidget* { return new Columns(f.shell(), true); }},
     MenuItem{MainMenu::Foundation, fi::kNeckGroups, "FtClGroups", kProject,
              [](MdiMain& f) -> QWidget* { return new ClGroups(f.shell(), true); }},
+    MenuItem{MainMenu::Foundation, fi::kFootingGroups, "FtGroups", kProject, form<FtGroups>},
 
     MenuItem{MainMenu::Quantities, qi::kSteelUpdate, "SteelUpd", kProject, form<SteelUpd>},
     MenuItem{MainMenu::Quantities, qi::kSteelPrint, "SteelQnt", kProject, form<SteelQnt>},
@@ -114,6 +119,7 @@ const std::array kMenuTable = {
     MenuItem{MainMenu::Reports, ri::kColumnGroups, "ClGrpRpt", kProject, form<ClGrpRpt>},
     MenuItem{MainMenu::Reports, ri::kFootingColumnGroups, "FtClGrpRpt", kProject,
              [](MdiMain& f) -> QWidget* { return new ClGrpRpt(f.shell(), true); }},
+    MenuItem{MainMenu::Reports, ri::kFootingGroups, "FtRpt", kProject, form<FtRpt>},
 
     MenuItem{MainMenu::Setting, si::kSoftware, "Gsetting", kAlways, form<Gsetting>},
     // The bar tables live in the GENERAL folder, shared by every project.

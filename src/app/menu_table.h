@@ -65,6 +65,7 @@ namespace reports_item {
 inline constexpr int kBeamRip = 0;
 inline constexpr int kColumnGroups = 1;
 inline constexpr int kFootingColumnGroups = 2;
+inline constexpr int kFootingGroups = 3;
 } // namespace reports_item
 
 /// Item indexes of the Cielling (floors) menu.

@@ -18,8 +18,10 @@
 #include "core/error.h"
 #include "core/file_util.h"
 #include "floors/floors.h"
+#include "footings/footing_records.h"
 #include "jobs/column_design_job.h"
 #include "jobs/design_job.h"
+#include "jobs/footing_design_job.h"
 #include "ui/general_prompts.h"
 #include "ui/qt_text.h"
 
@@ -48,7 +50,9 @@ constexpr std::size_t kOpenListing = 19;
 constexpr std::size_t kColumnGroups = 20;
 constexpr std::size_t kFootingLevel = 21;
 constexpr std::size_t kOpenGroups = 22;
-constexpr std::size_t kPromptCount = 22;
+constexpr std::size_t kFootingGroups = 23;
+constexpr std::size_t kOpenFootings = 24;
+constexpr std::size_t kPromptCount = 24;
 // The floor number of a floor's item.
 constexpr int kFloorRole = Qt::UserRole + 2;
 // The floor and the number of a beam's item.
@@ -57,6 +61,8 @@ constexpr int kBeamRole = Qt::UserRole + 4;
 // The level (floor, 0 for the footing level) and the number of a column group's item.
 constexpr int kGroupLevelRole = Qt::UserRole + 5;
 constexpr int kGroupRole = Qt::UserRole + 6;
+// The record number of a footing group's item.
+constexpr int kFootingRole = Qt::UserRole + 7;
 
 // Where an item leads: the sheet a double click opens, kept on the item.
 constexpr int kSheetRole = Qt::UserRole;
@@ -180,6 +186,7 @@ void ProjectExplorer::refresh() {
         auto* footing = new QTreeWidgetItem(m_tree, {prompt(kFootingLevel, "Footing level")});
         footing->setData(0, kKeyRole, QStringLiteral("footing"));
         addColumnGroups(footing, columns::ColumnLevel{0}, states, expanded);
+        addFootingGroups(footing, states, expanded);
         footing->setExpanded(expanded.contains(QStringLiteral("footing")));
     }
 
@@ -266,6 +273,43 @@ void ProjectExplorer::addColumnGroups(QTreeWidgetItem* parent, columns::ColumnLe
     node->setExpanded(expanded.contains(key));
 }
 
+void ProjectExplorer::addFootingGroups(QTreeWidgetItem* parent, const StateMap& states,
+                                       const QSet<QString>& expanded) {
+    const fs::path project = m_shell.projectPath();
+    std::vector<footings::StoredFootingGroup> groups;
+    try {
+        groups = footings::readFootingGroups(project);
+    } catch (const FileError& e) {
+        new QTreeWidgetItem(parent, {QString::fromUtf8(e.what())});
+        return;
+    }
+    if (groups.empty()) {
+        return;
+    }
+    auto* node = new QTreeWidgetItem(parent, {prompt(kFootingGroups, "Footing groups") +
+                                              QStringLiteral(" (%1)").arg(groups.size())});
+    const QString key = QStringLiteral("footings");
+    node->setData(0, kKeyRole, key);
+    for (const footings::StoredFootingGroup& g : groups) {
+        auto* item =
+            new QTreeWidgetItem(node, {QStringLiteral("%1  %2").arg(g.number).arg(
+                                          ui::toQString(g.group.name, m_shell.language()))});
+        item->setData(0, kFootingRole, g.number);
+        const auto state = states.find({std::string(jobs::kFootingGroupKind), 0, g.number});
+        if (state == states.end()) {
+            item->setText(StateColumn, prompt(kNotYet, "not designed yet"));
+            continue;
+        }
+        showState(item, state->second);
+        if (state->second.status != bars::DesignState::Status::NotDesigned) {
+            item->setData(
+                0, kSheetRole,
+                QString::fromStdString((project / jobs::footingSheetFileName(g.group)).string()));
+        }
+    }
+    node->setExpanded(expanded.contains(key));
+}
+
 void ProjectExplorer::showMenu(const QPoint& at) {
     QTreeWidgetItem* item = m_tree->itemAt(at);
     if (item == nullptr) {
@@ -283,6 +327,18 @@ void ProjectExplorer::showMenu(const QPoint& at) {
                             item->data(0, kBeamRole).toInt());
         } else if (chosen == listing) {
             emit sheetChosen(fs::path(sheet.toStdString()));
+        }
+        return;
+    }
+    if (item->data(0, kFootingRole).isValid()) {
+        QAction* form = menu.addAction(prompt(kOpenFootings, "Open the footing groups"));
+        QAction* sheet = menu.addAction(prompt(kOpenListing, "Open the listing"));
+        sheet->setEnabled(!item->data(0, kSheetRole).toString().isEmpty());
+        QAction* chosen = menu.exec(m_tree->viewport()->mapToGlobal(at));
+        if (chosen == form) {
+            emit footingGroupChosen(item->data(0, kFootingRole).toInt());
+        } else if (chosen == sheet) {
+            emit sheetChosen(fs::path(item->data(0, kSheetRole).toString().toStdString()));
         }
         return;
     }
@@ -316,6 +372,10 @@ void ProjectExplorer::showMenu(const QPoint& at) {
 void ProjectExplorer::activated(QTreeWidgetItem* item) {
     if (item != nullptr && item->data(0, kBeamRole).isValid()) {
         emit beamChosen(item->data(0, kBeamFloorRole).toInt(), item->data(0, kBeamRole).toInt());
+        return;
+    }
+    if (item != nullptr && item->data(0, kFootingRole).isValid()) {
+        emit footingGroupChosen(item->data(0, kFootingRole).toInt());
         return;
     }
     if (item != nullptr && item->data(0, kGroupRole).isValid()) {

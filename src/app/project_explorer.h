@@ -1,8 +1,8 @@
 // The project explorer: a dock of the main window with the project's floors, under each its
 // beams and column groups with what their last design made of them (and when), the footing
-// level's column groups, and the project's sheets. A double click opens a sheet in the text
-// viewer, a beam in the beam form, or a group in the column groups form; the menu of a beam or
-// a group opens its sheet too.
+// level's column and footing groups, and the project's sheets. A double click opens a sheet in
+// the text viewer, a beam in the beam form, or a group in its groups form; the menu of a beam
+// or a group opens its sheet too.
 #pragma once
 
 #include <QDockWidget>
@@ -49,6 +49,8 @@ signals:
     /// level's groups, `number` 0): the column groups form is to open at it. `floor` 0 is the
     /// footing level.
     void columnGroupChosen(int floor, int number);
+    /// A footing group was chosen: the footing groups form is to open at it.
+    void footingGroupChosen(int number);
     /// "Design all beams of the floor" was chosen in a floor's context menu.
     void designFloorRequested(int floor);
 
@@ -61,6 +63,9 @@ private:
     /// The level's column groups under `parent`, with their states; nothing when it has none.
     void addColumnGroups(QTreeWidgetItem* parent, columns::ColumnLevel level,
                          const StateMap& states, const QSet<QString>& expanded);
+    /// The project's footing groups under `parent` (the footing level), with their states.
+    void addFootingGroups(QTreeWidgetItem* parent, const StateMap& states,
+                          const QSet<QString>& expanded);
 
     shell::ShellState& m_shell;
     shell::PromptList m_prompts;

@@ -42,6 +42,10 @@ void tellUser(QWidget* form, const MessageHook& hook, const QString& message) {
     if (!text.isEmpty() && !QStringLiteral(".!?:").contains(text.back())) {
         text += QLatin1Char('.');
     }
+    tellUserAsIs(form, hook, text);
+}
+
+void tellUserAsIs(QWidget* form, const MessageHook& hook, const QString& text) {
     if (hook) {
         hook(text);
     } else {

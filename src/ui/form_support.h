@@ -28,8 +28,11 @@ using MessageHook = std::function<void(const QString& message)>;
 /// A Yes/No question whose default is No; true for Yes.
 bool askYesNo(QWidget* form, const AskHook& hook, const QString& question, const QString& title);
 
-/// Shows a message through the hook, or in a warning box.
+/// Shows a message through the hook, or in a warning box; a sentence without its full stop
+/// (as the engines give them) gets one.
 void tellUser(QWidget* form, const MessageHook& hook, const QString& message);
+/// Shows the system's own message exactly as it stands, no full stop added.
+void tellUserAsIs(QWidget* form, const MessageHook& hook, const QString& text);
 
 /// The fixed-width face of listings and item lists (DejaVu Sans Mono, else the system's).
 QFont listingFont();

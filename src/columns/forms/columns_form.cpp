@@ -253,12 +253,7 @@ bool Columns::copyColumns(int fromFloor, const std::vector<std::size_t>& which) 
     }
     if (fromFloor == m_floor) {
         // The system's own sentence, as it stands: without the full stop tell() adds.
-        const QString refusal = formText(shell(), kSameFloor);
-        if (messageHook()) {
-            messageHook()(refusal);
-        } else {
-            QMessageBox::warning(this, windowTitle(), refusal);
-        }
+        ui::tellUserAsIs(this, messageHook(), formText(shell(), kSameFloor));
         return false;
     }
     std::vector<Column> source;

@@ -153,7 +153,8 @@ FtGroups::FtGroups(shell::ShellState& shell, QWidget* parent)
     for (int k = 0; k < 2; ++k) {
         auto* combo = new QComboBox(this);
         combo->setObjectName(QStringLiteral("ColGrp%1Combo").arg(k + 1));
-        combo->setMinimumContentsLength(20);
+        combo->setMinimumContentsLength(16);
+        combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         m_columnGroup[static_cast<std::size_t>(k)] = combo;
         connect(combo, &QComboBox::activated, this, [this] { edited(); });
     }
@@ -222,16 +223,14 @@ FtGroups::FtGroups(shell::ShellState& shell, QWidget* parent)
 
     auto* middle = new QVBoxLayout;
     middle->addWidget(boxes[1]);
-    auto* columnsRow = new QHBoxLayout;
-    columnsRow->addWidget(boxes[2]);
-    columnsRow->addWidget(m_secondBox);
-    middle->addLayout(columnsRow);
+    middle->addWidget(boxes[2]);
+    middle->addWidget(m_secondBox);
     middle->addWidget(m_convention);
     middle->addWidget(m_pileBox);
     middle->addWidget(boxes[5]);
     middle->addStretch(1);
     auto* body = new QHBoxLayout;
-    body->addWidget(boxes[0], 1);
+    body->addWidget(boxes[0], 2);
     body->addLayout(middle, 3);
     auto* commands = new QHBoxLayout;
     for (QPushButton* b : {m_save, m_design, m_designAll, m_sheet}) {
@@ -428,7 +427,8 @@ void FtGroups::showKind() {
     const auto kind = static_cast<FootingKind>(m_kind->currentIndex() + 1);
     m_secondBox->setVisible(kind == FootingKind::Combined);
     m_pileBox->setVisible(kind == FootingKind::Pile);
-    m_fields[Cy1Field]->setEnabled(kind != FootingKind::Combined);
+    m_fields[Cy1Field]->setVisible(kind != FootingKind::Combined);
+    m_fieldLabels[Cy1Field]->setVisible(kind != FootingKind::Combined);
     // Where a column stands: an isolated or pile footing's column from the edges to its faces,
     // a combined footing's columns by their centres from the left edge.
     const bool combined = kind == FootingKind::Combined;
@@ -679,8 +679,13 @@ bool FtGroups::save() {
     try {
         number = jobs::storeFootingGroup(m_shell.projectPath(), currentGroup(), *g);
     } catch (const InputError& e) {
-        // The system's own refusals stand as they are.
-        ui::tellUser(this, m_messageHook, QString::fromUtf8(e.what()));
+        // The system's own refusals stand as they are, without a full stop.
+        const std::string_view why = e.what();
+        if (why == kNotSuitableMessage || why == kCx1NotLeftMessage) {
+            ui::tellUserAsIs(this, m_messageHook, QString::fromUtf8(e.what()));
+        } else {
+            ui::tellUser(this, m_messageHook, QString::fromUtf8(e.what()));
+        }
         return false;
     } catch (const FileError& e) {
         ui::tellUser(this, m_messageHook, QString::fromUtf8(e.what()));
