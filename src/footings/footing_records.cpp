@@ -6,6 +6,7 @@
 #include <cctype>
 #include <cmath>
 #include <set>
+#include <span>
 
 #include <fmt/format.h>
 
@@ -327,21 +328,11 @@ void removeFootingGroup(const fs::path& project, int number) {
     file.save();
 }
 
-bool storeFootingResult(const fs::path& project, int number, std::string_view name,
-                        const FootingSummary& summary) {
+std::size_t storeFootingResults(const fs::path& project, std::span<const FootingResult> results) {
+    if (results.empty()) {
+        return 0;
+    }
     core::RecordFile file = loadFile(project);
-    if (number < 1 || static_cast<std::size_t>(number) > file.count()) {
-        return false;
-    }
-    core::RecordBuffer rec = file.read(static_cast<std::size_t>(number));
-    if (!rec.inUse() || rec.getTrimmedText(ff("name")) != name) {
-        return false;
-    }
-    FootingGroup g = decodeFootingGroup(rec);
-    g.status = summary.status;
-    g.aCm = static_cast<float>(summary.aCm);
-    g.bCm = static_cast<float>(summary.bCm);
-    g.hCm = static_cast<float>(summary.hCm);
     const auto bars = [](const FootingBars& b) {
         if (!b.found || b.count < 0 || b.count > 32767) {
             return StoredFootingBars{};
@@ -350,13 +341,38 @@ bool storeFootingResult(const fs::path& project, int number, std::string_view na
                                  static_cast<float>(b.diameterMm), static_cast<float>(b.areaCm2),
                                  static_cast<float>(b.lengthCm)};
     };
-    g.barsY = bars(summary.barsY);
-    g.barsX = bars(summary.barsX);
-    // Only the result values change; the rest of the record stays byte for byte.
-    putResults(rec, g);
-    file.write(static_cast<std::size_t>(number), rec);
-    file.save();
-    return true;
+    std::size_t stored = 0;
+    for (const FootingResult& r : results) {
+        if (r.number < 1 || static_cast<std::size_t>(r.number) > file.count()) {
+            continue;
+        }
+        core::RecordBuffer rec = file.read(static_cast<std::size_t>(r.number));
+        if (!rec.inUse() || rec.getTrimmedText(ff("name")) != r.name) {
+            continue;
+        }
+        FootingGroup g = decodeFootingGroup(rec);
+        g.status = r.summary.status;
+        g.aCm = static_cast<float>(r.summary.aCm);
+        g.bCm = static_cast<float>(r.summary.bCm);
+        g.hCm = static_cast<float>(r.summary.hCm);
+        g.barsY = bars(r.summary.barsY);
+        g.barsX = bars(r.summary.barsX);
+        // Only the result values change; the rest of the record stays byte for byte.
+        putResults(rec, g);
+        file.write(static_cast<std::size_t>(r.number), rec);
+        ++stored;
+    }
+    // One write for the whole run: the file is rewritten once, not once a group.
+    if (stored > 0) {
+        file.save();
+    }
+    return stored;
+}
+
+bool storeFootingResult(const fs::path& project, int number, std::string_view name,
+                        const FootingSummary& summary) {
+    const FootingResult one{number, std::string(name), summary};
+    return storeFootingResults(project, std::span(&one, 1)) == 1;
 }
 
 core::RecordFile footingGroupsFileImage(const fs::path& project,

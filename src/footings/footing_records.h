@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -175,6 +176,15 @@ void removeFootingGroup(const std::filesystem::path& projectFolder, int number);
 /// still holds a group named `name`; returns whether it did. Throws FileError.
 bool storeFootingResult(const std::filesystem::path& projectFolder, int number,
                         std::string_view name, const FootingSummary& summary);
+/// The results of a run, stored together with one write of the file (a record that no longer
+/// holds its group is passed over). Returns how many were stored. Throws FileError.
+struct FootingResult {
+    int number = 0;
+    std::string name;
+    FootingSummary summary;
+};
+std::size_t storeFootingResults(const std::filesystem::path& projectFolder,
+                                std::span<const FootingResult> results);
 
 /// Every group in use as records 1..n, for an import into a project without the file.
 /// Throws InputError as validateFootingGroup does.

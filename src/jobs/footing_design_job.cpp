@@ -262,12 +262,14 @@ JobResult designFootingGroups(const std::filesystem::path& project,
     JobResult run = runDesignJob(project, elements, observer);
     // The group's record shows what its last design gave; a group whose design could not be
     // put in place keeps the values of the design before.
+    std::vector<footings::FootingResult> results;
     for (std::size_t i = 0; i < run.elements.size(); ++i) {
         const ElementReport& r = run.elements[i];
         if (r.status != ElementStatus::NotDesigned) {
-            footings::storeFootingResult(project, r.number, r.name, kept[i]);
+            results.push_back({r.number, r.name, kept[i]});
         }
     }
+    footings::storeFootingResults(project, results);
     return run;
 }
 
