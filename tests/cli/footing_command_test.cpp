@@ -5,7 +5,9 @@
 
 #include <regex>
 
+#include <cmath>
 #include <fmt/format.h>
+
 #include <nlohmann/json.hpp>
 
 #include "beams/beam_job_fixture.h"
@@ -111,6 +113,20 @@ TEST_F(CliFootings, FootingDesignJsonPrintsOneGroupsValuesAndWritesNothing) {
 
     const auto sheet = run({"footing", "design", project().string(), "--group", "P1"});
     EXPECT_NE(sheet.out.find("PILE FOOTING"), std::string::npos) << sheet.out;
+
+    // The isolated footing's steps, against a hand calculation with the default settings
+    // (soil 2 kg/cm², LF 1.4): P = 124 / 1.4 = 88.571 t, Area = 88 571.4 / 2 = 44 285.7 cm²,
+    // (40 + 2x)² = Area gives x = (210.442 − 40) / 2 = 85.221, A = B = 215 cm; a square column
+    // has beta c = 1, so Vc = 0.53·0.85·3·√250 is capped at 1.06·0.85·√250 = 14.246 kg/cm².
+    const auto iso = run({"footing", "design", project().string(), "--group", "Gr-Ft1", "--json"});
+    const nlohmann::json steps = nlohmann::json::parse(iso.out)["steps"];
+    EXPECT_NEAR(steps["service_load_t"].get<double>(), 124.0 / 1.4, 1e-4);
+    EXPECT_NEAR(steps["area_cm2"].get<double>(), 124000.0 / 1.4 / 2.0, 1e-2);
+    EXPECT_NEAR(steps["projection_cm"].get<double>(),
+                (std::sqrt(124000.0 / 1.4 / 2.0) - 40.0) / 2.0, 1e-3);
+    EXPECT_EQ(nlohmann::json::parse(iso.out)["a_cm"], 215.0);
+    EXPECT_NEAR(steps["vc_kgcm2"].get<double>(), 1.06 * 0.85 * std::sqrt(250.0), 1e-9);
+    EXPECT_EQ(steps["steel_y"]["bars"]["found"], true);
 
     const auto missing = run({"footing", "design", project().string(), "--group", "Gr-Ft7"});
     EXPECT_EQ(missing.code, 1);
