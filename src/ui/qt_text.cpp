@@ -23,4 +23,14 @@ std::optional<std::string> fromQStringExact(const QString& text, std::string_vie
                                core::codePageForLanguage(language));
 }
 
+QString plainDecimal(float v) {
+    for (int decimals = 0; decimals < 12; ++decimals) {
+        const QString text = QString::number(static_cast<double>(v), 'f', decimals);
+        if (text.toFloat() == v) {
+            return text;
+        }
+    }
+    return QString::number(static_cast<double>(v), 'g', 9);
+}
+
 } // namespace orvak::ui

@@ -17,4 +17,8 @@ std::string fromQString(const QString& text, std::string_view language);
 /// when one does not (a Hebrew name under English), so that the form can refuse it.
 std::optional<std::string> fromQStringExact(const QString& text, std::string_view language);
 
+/// The shortest plain decimal (no exponent, which the input fields refuse) that reads back as
+/// the same single: a value shown in a field and saved again unchanged keeps every bit.
+QString plainDecimal(float v);
+
 } // namespace orvak::ui

@@ -129,18 +129,6 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 9> kButtons 
     {"CmdExit", "Exit"},
 }};
 
-// The shortest plain decimal that reads back as the same single, so that a group shown and
-// stored again keeps every value to the last bit.
-QString shown(float v) {
-    for (int decimals = 0; decimals < 9; ++decimals) {
-        const QString text = QString::number(static_cast<double>(v), 'f', decimals);
-        if (text.toFloat() == v) {
-            return text;
-        }
-    }
-    return QString::number(static_cast<double>(v), 'g', 9);
-}
-
 } // namespace
 
 ClGroups::ClGroups(shell::ShellState& shell, bool footingLevel, QWidget* parent)
@@ -551,9 +539,9 @@ void ClGroups::showGroup() {
     m_fields[NameField]->setText(ui::toQString(g.name, language));
     m_fields[TextField]->setText(ui::toQString(g.text, language));
     for (int i = 0; i < 5; ++i) {
-        m_fields[FirstDimField + i]->setText(shown(g.dims[static_cast<std::size_t>(i)]));
+        m_fields[FirstDimField + i]->setText(ui::plainDecimal(g.dims[static_cast<std::size_t>(i)]));
     }
-    m_fields[CoverField]->setText(shown(g.coverCm));
+    m_fields[CoverField]->setText(ui::plainDecimal(g.coverCm));
     for (std::size_t t = 0; t < kSectionTypes; ++t) {
         m_type->addItem(QStringLiteral("%1  %2").arg(t + 1).arg(
                             ui::toQString(g.settings.TypeNames[t], language)),
@@ -582,7 +570,7 @@ void ClGroups::showGroup() {
         // Gathered values are shown as the sheet prints them; a group's own are kept exactly.
         const float v = values[static_cast<std::size_t>(i)];
         m_fields[HeightField + i]->setText(
-            members == 0 ? shown(v) : QString::number(static_cast<double>(v), 'f', 2));
+            members == 0 ? ui::plainDecimal(v) : QString::number(static_cast<double>(v), 'f', 2));
         m_fields[HeightField + i]->setEnabled(members == 0);
     }
     m_membersNote->setText(

@@ -66,18 +66,6 @@ std::size_t fieldIndex(std::string_view name) {
     return static_cast<std::size_t>(at - kFieldTexts.begin());
 }
 
-// The shortest plain decimal that reads back as the same single, so that a setting shown and
-// saved again unchanged keeps its value to the last bit (and the tolerance shows no exponent).
-QString shown(float v) {
-    for (int decimals = 0; decimals < 12; ++decimals) {
-        const QString text = QString::number(static_cast<double>(v), 'f', decimals);
-        if (text.toFloat() == v) {
-            return text;
-        }
-    }
-    return QString::number(static_cast<double>(v), 'g', 9);
-}
-
 QString fieldName(std::string_view name) {
     return QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()));
 }
@@ -235,10 +223,10 @@ void Clseting::showSettings(const ColumnSettings& settings) {
                 field(name)->setText(QString::number(value));
             }
         } else if constexpr (std::is_same_v<T, float>) {
-            field(name)->setText(shown(value));
+            field(name)->setText(ui::plainDecimal(value));
         } else {
             for (std::size_t i = 0; i < value.size(); ++i) {
-                field(name, i)->setText(shown(value[i]));
+                field(name, i)->setText(ui::plainDecimal(value[i]));
             }
         }
     });

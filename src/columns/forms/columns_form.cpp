@@ -108,19 +108,6 @@ QString formText(const shell::ShellState& shell, const ui::FormText& t) {
     return ui::formPrompt(prompts, t.prompt, t.english, shell.language());
 }
 
-// The shortest plain decimal (the grid takes no exponent) that reads back as the same single: a
-// column loaded and saved again keeps every value to the last bit, whatever the grid's decimals
-// show.
-QString shown(float v) {
-    for (int decimals = 0; decimals < 9; ++decimals) {
-        const QString text = QString::number(static_cast<double>(v), 'f', decimals);
-        if (text.toFloat() == v) {
-            return text;
-        }
-    }
-    return QString::number(static_cast<double>(v), 'g', 9);
-}
-
 } // namespace
 
 Columns::Columns(shell::ShellState& shell, bool footingLevel, QWidget* parent)
@@ -176,11 +163,12 @@ void Columns::showColumn(int row, const Column& c) {
     ui::InputGrid& g = *grid();
     g.setCellText(row, NameColumn, ui::toQString(c.name, shell().language()));
     g.setCellText(row, TypeColumn, QString::number(c.type));
-    g.setCellText(row, HeightColumn, shown(c.heightCm));
-    g.setCellText(row, LoadColumn, shown(c.puT));
-    g.setCellText(row, MomentColumn, shown(c.x.m2));
+    g.setCellText(row, HeightColumn, ui::plainDecimal(c.heightCm));
+    g.setCellText(row, LoadColumn, ui::plainDecimal(c.puT));
+    g.setCellText(row, MomentColumn, ui::plainDecimal(c.x.m2));
     for (int d = 0; d < 5; ++d) {
-        g.setCellText(row, FirstDimColumn + d, shown(c.dims[static_cast<std::size_t>(d)]));
+        g.setCellText(row, FirstDimColumn + d,
+                      ui::plainDecimal(c.dims[static_cast<std::size_t>(d)]));
     }
 }
 

@@ -114,16 +114,6 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 8> kButtons 
     {"CmdExit", "Exit"},
 }};
 
-QString shown(float v) {
-    for (int decimals = 0; decimals < 9; ++decimals) {
-        const QString text = QString::number(static_cast<double>(v), 'f', decimals);
-        if (text.toFloat() == v) {
-            return text;
-        }
-    }
-    return QString::number(static_cast<double>(v), 'g', 9);
-}
-
 } // namespace
 
 FtGroups::FtGroups(shell::ShellState& shell, QWidget* parent)
@@ -471,21 +461,22 @@ void FtGroups::showGroup() {
             QComboBox* combo = m_columnGroup[static_cast<std::size_t>(k)];
             combo->setCurrentIndex(combo->findData(static_cast<int>(p.group)));
         }
-        m_fields[Cx1Field]->setText(shown(g->columns[0].cxCm));
-        m_fields[Cy1Field]->setText(shown(g->columns[0].cyCm));
-        m_fields[Cx2Field]->setText(shown(g->columns[1].cxCm));
+        m_fields[Cx1Field]->setText(ui::plainDecimal(g->columns[0].cxCm));
+        m_fields[Cy1Field]->setText(ui::plainDecimal(g->columns[0].cyCm));
+        m_fields[Cx2Field]->setText(ui::plainDecimal(g->columns[1].cxCm));
         m_fields[PilesField]->setText(QString::number(g->piles));
-        m_fields[PileDiameterField]->setText(shown(g->pileDiameterCm));
-        m_fields[PileLengthField]->setText(shown(g->pileLengthCm));
-        m_fields[FrictionField]->setText(shown(g->surfaceFriction));
-        m_fields[EndBearingField]->setText(shown(g->endBearing));
+        m_fields[PileDiameterField]->setText(ui::plainDecimal(g->pileDiameterCm));
+        m_fields[PileLengthField]->setText(ui::plainDecimal(g->pileLengthCm));
+        m_fields[FrictionField]->setText(ui::plainDecimal(g->surfaceFriction));
+        m_fields[EndBearingField]->setText(ui::plainDecimal(g->endBearing));
         const FootingSettings& s = g->settings;
         m_settingsText->setText(
             prompt(kSettingsLine,
                    "Fc=%1, FY=%2 kg/cm2, soil %3 kg/cm2, cover %4 cm, LF=%5, MinDepth %6 cm")
                 .arg(s.Fc)
                 .arg(s.FY)
-                .arg(shown(s.soilCapacity), shown(s.coverCm), shown(s.LF), shown(s.minDepthCm)));
+                .arg(ui::plainDecimal(s.soilCapacity), ui::plainDecimal(s.coverCm),
+                     ui::plainDecimal(s.LF), ui::plainDecimal(s.minDepthCm)));
     } else {
         m_settingsText->clear();
     }
@@ -509,14 +500,14 @@ void FtGroups::showResult() {
         prompt(kResultLine, "%1: A=%2 cm, B=%3 cm, H=%4 cm")
             .arg(g.status == FootingStatus::Designed ? prompt(kDesigned, "designed")
                                                      : prompt(kChecksFailed, "checks failed"))
-            .arg(shown(g.aCm), shown(g.bCm), shown(g.hCm));
+            .arg(ui::plainDecimal(g.aCm), ui::plainDecimal(g.bCm), ui::plainDecimal(g.hCm));
     for (const StoredFootingBars* bars : {&g.barsY, &g.barsX}) {
         if (bars->count > 0) {
             text += QStringLiteral("\n") +
                     prompt(kBarsLine, "%1: %2 bars of %3 mm, %4 cm long")
                         .arg(bars == &g.barsY ? QStringLiteral("Y") : QStringLiteral("X"))
                         .arg(bars->count)
-                        .arg(shown(bars->diameterMm), shown(bars->lengthCm));
+                        .arg(ui::plainDecimal(bars->diameterMm), ui::plainDecimal(bars->lengthCm));
         }
     }
     m_result->setText(text);

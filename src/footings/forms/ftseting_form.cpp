@@ -14,6 +14,7 @@
 
 #include "core/error.h"
 #include "ui/general_prompts.h"
+#include "ui/qt_text.h"
 
 namespace orvak::footings::forms {
 
@@ -45,17 +46,6 @@ constexpr std::array<FieldText, 8> kFieldTexts = {{
     {"MinDepth", "Least effective depth MinDepth (cm)"},
     {"FacRowmax", "FacRowmax (RowMax = FacRowmax * Rowb)"},
 }};
-
-// The shortest plain decimal that reads back as the same single.
-QString shown(float v) {
-    for (int decimals = 0; decimals < 9; ++decimals) {
-        const QString text = QString::number(static_cast<double>(v), 'f', decimals);
-        if (text.toFloat() == v) {
-            return text;
-        }
-    }
-    return QString::number(static_cast<double>(v), 'g', 9);
-}
 
 } // namespace
 
@@ -144,7 +134,7 @@ void FtSeting::show(const FootingSettings& s) {
         if constexpr (std::is_same_v<T, std::int16_t>) {
             field(name)->setText(QString::number(value));
         } else {
-            field(name)->setText(shown(value));
+            field(name)->setText(ui::plainDecimal(value));
         }
     });
 }
