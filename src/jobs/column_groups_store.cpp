@@ -5,6 +5,9 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
+#include <set>
+#include <string>
 
 #include "core/error.h"
 #include "core/output_batch.h"
@@ -59,6 +62,45 @@ void storeColumnGroups(const std::filesystem::path& project, columns::ColumnLeve
                                kGroupChangedAfterDesign);
         }
     }
+}
+
+int markGroupsOfChangedColumns(const std::filesystem::path& project, columns::ColumnLevel level,
+                               const std::vector<columns::Column>& before,
+                               const std::vector<columns::Column>& after) {
+    // Each group's members as a sorted list, before and after; the order of the rows does
+    // not matter to a design.
+    using Members = std::map<int, std::vector<std::string>>;
+    const auto members = [](const std::vector<columns::Column>& list) {
+        Members m;
+        for (const columns::Column& c : list) {
+            if (c.group > 0) {
+                const core::RecordBuffer rec = columns::encodeColumn(c);
+                m[c.group].emplace_back(rec.bytes().begin(), rec.bytes().end());
+            }
+        }
+        for (auto& [group, list] : m) {
+            std::sort(list.begin(), list.end());
+        }
+        return m;
+    };
+    const Members was = members(before);
+    const Members now = members(after);
+    std::set<int> changed;
+    for (const auto& [group, list] : was) {
+        const auto it = now.find(group);
+        if (it == now.end() || it->second != list) {
+            changed.insert(group);
+        }
+    }
+    for (const auto& [group, list] : now) {
+        if (!was.contains(group)) {
+            changed.insert(group);
+        }
+    }
+    for (const int group : changed) {
+        markElementChanged(project, kColumnGroupKind, level.floor, group, kGroupChangedAfterDesign);
+    }
+    return static_cast<int>(changed.size());
 }
 
 } // namespace orvak::jobs

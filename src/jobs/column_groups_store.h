@@ -34,4 +34,12 @@ void storeColumnGroups(const std::filesystem::path& projectFolder, columns::Colu
                        const std::vector<EditedGroup>& groups,
                        const std::vector<columns::Column>& columns, int storedCount);
 
+/// After the level's column list changed from `before` to `after`: every group whose members
+/// are not the same columns with the same values any more becomes "not designed" with
+/// kGroupChangedAfterDesign (its bars stay until its next design). Returns how many groups.
+int markGroupsOfChangedColumns(const std::filesystem::path& projectFolder,
+                               columns::ColumnLevel level,
+                               const std::vector<columns::Column>& before,
+                               const std::vector<columns::Column>& after);
+
 } // namespace orvak::jobs

@@ -243,6 +243,30 @@ TEST_F(ColumnJob, StoredGroupsTakeTheirMembersAndTheStoreFollowsTheNumbers) {
     EXPECT_FALSE(stateOf(1));
 }
 
+// An edit of the column list voids the design of exactly the groups whose members changed.
+TEST_F(ColumnJob, AChangedMemberVoidsItsGroupsDesignAlone) {
+    const std::vector<Column> before = {column("C1", 1, 300, 150.0f), column("C2", 2, 300, 150.0f),
+                                        column("C3", 2, 300, 140.0f)};
+    columns::writeColumns(project(), ColumnLevel{1}, before);
+    columns::writeGroups(project(), ColumnLevel{1}, {group("Gr-C1"), group("Gr-C2")});
+    ASSERT_EQ(designColumnGroups(
+                  project(),
+                  chooseColumnGroups(project(), {false, 1, {}}, core::CodePage::Windows1252), kBars)
+                  .failing(),
+              0u);
+    // The rows in another order change nothing; a member's load does.
+    std::vector<Column> after = {before[2], before[0], before[1]};
+    EXPECT_EQ(markGroupsOfChangedColumns(project(), ColumnLevel{1}, before, after), 0);
+    after[0].puT = 145.0f;
+    EXPECT_EQ(markGroupsOfChangedColumns(project(), ColumnLevel{1}, before, after), 1);
+    for (const bars::DesignState& st : bars::OpenIronDatabase(project()).designStates()) {
+        if (st.kind == kColumnGroupKind) {
+            EXPECT_EQ(st.status, st.number == 2 ? bars::DesignState::Status::NotDesigned
+                                                : bars::DesignState::Status::Designed);
+        }
+    }
+}
+
 TEST_F(ColumnJob, TheChoiceIsRefusedWithASentenceBeforeAnythingIsDesigned) {
     columns::writeColumns(project(), ColumnLevel{1}, {column("C1", 1, 300, 100.0f)});
     columns::writeGroups(project(), ColumnLevel{1}, {group("Gr-C1"), group("gr-c1")});

@@ -19,6 +19,7 @@
 #include "core/error.h"
 #include "floors/floors.h"
 #include "floors/forms/floor_forms.h"
+#include "jobs/column_groups_store.h"
 #include "ui/general_prompts.h"
 #include "ui/input_grid.h"
 #include "ui/qt_text.h"
@@ -217,6 +218,9 @@ std::size_t Columns::writeTable(const ui::GridProgress& progress) {
         progress(row + 1, kColumnRows);
     }
     writeColumns(shell().projectPath(), ColumnLevel{m_floor}, columns);
+    // A group whose members changed no longer stands as designed.
+    jobs::markGroupsOfChangedColumns(shell().projectPath(), ColumnLevel{m_floor}, m_stored,
+                                     columns);
     progress(0, kColumnRows);
     // The rows show what was written: names cut to their width, no gaps.
     m_stored = columns;
