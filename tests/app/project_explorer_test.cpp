@@ -14,8 +14,10 @@
 #include "beams/forms/bmdesign_form.h"
 #include "columns/forms/clgroups_form.h"
 #include "core/codepage.h"
+#include "footings/forms/ftgroups_form.h"
 #include "jobs/beam_design_job.h"
 #include "jobs/column_design_job.h"
+#include "jobs/footing_design_job.h"
 #include "ui/shell_fixture.h"
 #include "ui/text_viewer.h"
 
@@ -104,6 +106,24 @@ TEST_F(ProjectExplorerTest, ShowsTheStatesOfTheLastRunAndOpensSheets) {
     ASSERT_NE(groupsForm, nullptr);
     EXPECT_TRUE(groupsForm->level().footing());
     EXPECT_EQ(groupsForm->currentGroup(), 1);
+    window.mdiArea()->closeAllSubWindows();
+
+    // The demo's footing groups under the footing level; a designed one opens in its form.
+    const jobs::JobResult footings = jobs::designFootingGroups(
+        project, jobs::chooseFootingGroups(project, {}, core::CodePage::Windows1252),
+        bars::builtInBarProperties());
+    window.explorer()->refresh();
+    QTreeWidgetItem* footingGroups = tree->topLevelItem(2)->child(1);
+    ASSERT_NE(footingGroups, nullptr);
+    ASSERT_EQ(footingGroups->childCount(), static_cast<int>(footings.elements.size()));
+    EXPECT_EQ(footingGroups->child(1)->text(ProjectExplorer::StateColumn),
+              footings.elements[1].status == jobs::ElementStatus::Designed ? "designed"
+                                                                           : "checks failed");
+    emit tree->itemActivated(footingGroups->child(1), 0);
+    auto* footingForm =
+        qobject_cast<footings::forms::FtGroups*>(window.mdiArea()->activeSubWindow()->widget());
+    ASSERT_NE(footingForm, nullptr);
+    EXPECT_EQ(footingForm->currentGroup(), 2);
 }
 
 // The floor's run from the window goes off the GUI thread, and writes what the command line
