@@ -1,5 +1,6 @@
 // Speed of designing a whole building through the job runner: projects of 10, 100 and 1,000
-// beams on 10 floors (1 to 30 spans each) with a column group for every two beams, designed
+// beams on 10 floors (1 to 30 spans each) with a column group for every two beams and a
+// footing group for every two column groups, designed
 // from their files to listings, sheets and steel items, and one beam re-designed in a project
 // whose every beam is designed already.
 #include <benchmark/benchmark.h>
@@ -15,9 +16,11 @@
 #include "beams/beam_record.h"
 #include "beams/beam_settings.h"
 #include "bench_columns.h"
+#include "bench_footings.h"
 #include "floors/floors.h"
 #include "jobs/beam_design_job.h"
 #include "jobs/column_design_job.h"
+#include "jobs/footing_design_job.h"
 
 namespace {
 
@@ -79,6 +82,7 @@ public:
         }
         floors::writeFloors(project(), floors);
         bench::writeBenchGroups(project(), kFloors, groupCount(beamCount));
+        bench::writeBenchFootings(project(), footingCount(beamCount));
         m_barTable = bars::LoadBarPropertiesOrBuiltIn(m_root / "GENERAL").rows;
     }
     ~Building() {
@@ -88,6 +92,8 @@ public:
     Building(const Building&) = delete;
     Building& operator=(const Building&) = delete;
     static int groupCount(int beamCount) { return std::max(1, beamCount / 2); }
+    /// A footing for every two column groups.
+    static int footingCount(int beamCount) { return std::max(1, beamCount / 4); }
     fs::path project() const { return m_root / "Building.prj"; }
     const std::vector<bars::BarProperties>& barTable() const { return m_barTable; }
 
@@ -96,13 +102,14 @@ private:
     std::vector<bars::BarProperties> m_barTable;
 };
 
-// Every element of the building from its files, the beams' run and then the columns' run:
+// Every element of the building from its files, the beams' run, the columns' and the footings':
 // read, analyse, design, listings, sheets and steel items, each run made durable at its end.
 // Each iteration re-designs a designed building, as an engineer does after a change.
 void BM_DesignBuilding(benchmark::State& state) {
     const Building building(static_cast<int>(state.range(0)));
     std::size_t beamCount = 0;
     std::size_t groupCount = 0;
+    std::size_t footingCount = 0;
     double seconds = 0.0;
     for (auto _ : state) {
         const auto start = std::chrono::steady_clock::now();
@@ -113,16 +120,22 @@ void BM_DesignBuilding(benchmark::State& state) {
             jobs::chooseColumnGroups(building.project(), {}, core::CodePage::Windows1252);
         const jobs::JobResult rc =
             jobs::designColumnGroups(building.project(), groups, building.barTable());
+        const auto footings =
+            jobs::chooseFootingGroups(building.project(), {}, core::CodePage::Windows1252);
+        const jobs::JobResult rf =
+            jobs::designFootingGroups(building.project(), footings, building.barTable());
         seconds += std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
         beamCount = rb.elements.size();
         groupCount = rc.elements.size();
+        footingCount = rf.elements.size();
         benchmark::DoNotOptimize(groupCount);
     }
     state.counters["beams"] = static_cast<double>(beamCount);
     state.counters["groups"] = static_cast<double>(groupCount);
+    state.counters["footings"] = static_cast<double>(footingCount);
     // Linear in the elements when this stays put from 10 to 1,000 beams.
     state.counters["ms_per_element"] = 1000.0 * seconds / static_cast<double>(state.iterations()) /
-                                       static_cast<double>(beamCount + groupCount);
+                                       static_cast<double>(beamCount + groupCount + footingCount);
 }
 BENCHMARK(BM_DesignBuilding)
     ->Arg(10)

@@ -10,8 +10,7 @@
 #include <vector>
 
 #include "bars/bar_tables.h"
-#include "columns/column_records.h"
-#include "footings/footing_records.h"
+#include "bench_footings.h"
 #include "jobs/footing_design_job.h"
 
 namespace {
@@ -19,49 +18,14 @@ namespace {
 namespace fs = std::filesystem;
 using namespace orvak;
 
-constexpr int kColumnGroups = 100;
-
-/// A project of `count` footing groups, removed when the benchmark ends. Column group k
-/// carries 60 t when k is odd and 100 t when even, on 40 × 40 (or 30 × 40) sections, without
-/// moments, so that every footing designs.
+/// A project of `count` footing groups (bench_footings.h), removed when the benchmark ends.
 class FootingProject {
 public:
     explicit FootingProject(int count) {
         const auto stamp = std::chrono::steady_clock::now().time_since_epoch().count();
         m_root = fs::temp_directory_path() / ("orvak-footing-bench-" + std::to_string(stamp));
         fs::create_directories(project());
-        std::vector<columns::ColumnGroup> columnGroups;
-        for (int k = 1; k <= kColumnGroups; ++k) {
-            columns::ColumnGroup g;
-            g.name = columns::defaultGroupName(k);
-            g.type = 1;
-            g.dims = {k % 3 == 0 ? 30.0f : 40.0f, 40.0f, 0, 0, 0};
-            g.colLenCm = 300.0f;
-            g.puT = k % 2 == 1 ? 60.0f : 100.0f;
-            columnGroups.push_back(g);
-        }
-        columns::writeColumns(project(), columns::ColumnLevel{0}, {});
-        columns::writeGroups(project(), columns::ColumnLevel{0}, columnGroups);
-        std::vector<footings::FootingGroup> groups;
-        for (int n = 1; n <= count; ++n) {
-            footings::FootingGroup g;
-            g.name = "F" + std::to_string(n);
-            // The lighter column on the left of a combined footing, so that the resultant of
-            // the two lies between them.
-            const int left = 1 + 2 * (n % (kColumnGroups / 2));
-            if (n % 2 == 1) {
-                g.kind = footings::FootingKind::Isolated;
-                g.columns[0] = {static_cast<std::int16_t>(left), columnGroups[left - 1].name, 0, 0};
-            } else {
-                g.kind = footings::FootingKind::Combined;
-                g.columns[0] = {static_cast<std::int16_t>(left), columnGroups[left - 1].name, 30.0f,
-                                0.0f};
-                g.columns[1] = {static_cast<std::int16_t>(left + 1), columnGroups[left].name,
-                                300.0f + 10.0f * static_cast<float>(n % 5), 0.0f};
-            }
-            groups.push_back(g);
-        }
-        footings::footingGroupsFileImage(project(), groups).save();
+        bench::writeBenchFootings(project(), count);
         m_barTable = bars::LoadBarPropertiesOrBuiltIn(m_root / "GENERAL").rows;
     }
     ~FootingProject() {
