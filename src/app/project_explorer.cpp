@@ -264,7 +264,7 @@ void ProjectExplorer::addColumnGroups(QTreeWidgetItem* parent, columns::ColumnLe
         }
         showState(item, state->second);
         if (state->second.status != bars::DesignState::Status::NotDesigned) {
-            const jobs::ChosenGroup chosen{level, number, groups[i]};
+            const jobs::ChosenGroup chosen{level, number, groups[i], {}};
             item->setData(
                 0, kSheetRole,
                 QString::fromStdString((project / jobs::columnSheetFileName(chosen)).string()));

@@ -40,7 +40,7 @@ void chooseOnLevel(const std::filesystem::path& project, columns::ColumnLevel le
     // groups of a level whose sheet names differ only in case would overwrite each other.
     std::map<std::string, std::string> sheetNames;
     for (std::size_t i = 0; i < groups.size(); ++i) {
-        ChosenGroup c{level, static_cast<int>(i + 1), groups[i]};
+        ChosenGroup c{level, static_cast<int>(i + 1), groups[i], {}};
         const auto [at, added] =
             sheetNames.emplace(upperAscii(columnSheetFileName(c)), c.group.name);
         if (!added) {
@@ -52,6 +52,11 @@ void chooseOnLevel(const std::filesystem::path& project, columns::ColumnLevel le
             continue;
         }
         columns::gatherMembers(c.group, c.number, members);
+        for (const columns::Column& m : members) {
+            if (m.group == c.number) {
+                c.memberNames.push_back(m.name);
+            }
+        }
         const std::string problem = columns::validateGroup(c.group);
         if (!problem.empty()) {
             throw InputError(fmt::format("{}, group {} ({}): {}. Nothing was designed.",
@@ -225,7 +230,17 @@ JobResult designColumnGroups(const std::filesystem::path& project,
             if (result.status != columns::ColumnStatus::Designed) {
                 out.report.failures.push_back(failureSentence(result.status));
             }
+            // A problem of the group is one of each of its columns: their names go with it.
             out.report.messages = result.problems;
+            if (!c.memberNames.empty()) {
+                std::string names;
+                for (const std::string& n : c.memberNames) {
+                    names += (names.empty() ? "" : ", ") + n;
+                }
+                for (std::string& m : out.report.messages) {
+                    m += " (" + names + ")";
+                }
+            }
             if (out.report.status == ElementStatus::NotDesigned) {
                 return out;
             }

@@ -37,6 +37,8 @@ struct ChosenGroup {
     columns::ColumnLevel level;
     int number = 0;
     columns::ColumnGroup group;
+    /// The names of its member columns, in the level's order (none for a group without).
+    std::vector<std::string> memberNames;
 };
 
 /// Reads the chosen groups, floor by floor in the floors' order, gathers each one's members

@@ -940,8 +940,8 @@ std::filesystem::path ClGroups::sheetPath(int number) const {
     if (number < 1 || number > static_cast<int>(m_groups.size())) {
         return {};
     }
-    const jobs::ChosenGroup chosen{m_level, number,
-                                   m_groups[static_cast<std::size_t>(number - 1)].group};
+    const jobs::ChosenGroup chosen{
+        m_level, number, m_groups[static_cast<std::size_t>(number - 1)].group, {}};
     return m_shell.projectPath() / jobs::columnSheetFileName(chosen);
 }
 
@@ -964,8 +964,8 @@ QWidget* ClGroups::showChart() {
         ui::tellUser(this, m_messageHook, prompt(kChooseGroup, "Choose a group first."));
         return nullptr;
     }
-    const jobs::ChosenGroup chosen{m_level, m_current + 1,
-                                   m_groups[static_cast<std::size_t>(m_current)].group};
+    const jobs::ChosenGroup chosen{
+        m_level, m_current + 1, m_groups[static_cast<std::size_t>(m_current)].group, {}};
     QWidget* chart =
         openColumnChart(this, m_shell.projectPath() / jobs::columnChartFileName(chosen));
     if (chart == nullptr) {

@@ -166,7 +166,7 @@ std::filesystem::path ClGrpRpt::groupFile(bool chart) const {
     if (k < 0 || k >= static_cast<int>(m_groups.size())) {
         return {};
     }
-    const jobs::ChosenGroup chosen{m_level, k + 1, m_groups[static_cast<std::size_t>(k)]};
+    const jobs::ChosenGroup chosen{m_level, k + 1, m_groups[static_cast<std::size_t>(k)], {}};
     return m_shell.projectPath() /
            (chart ? jobs::columnChartFileName(chosen) : jobs::columnSheetFileName(chosen));
 }

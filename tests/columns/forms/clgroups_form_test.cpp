@@ -84,7 +84,7 @@ TEST_F(ClGroupsTest, GroupsMadeByTickingColumnsAreStoredDesignedAndReported) {
     // The run ends with one message: the outcome, then the problems of every group.
     const QString summary = run(*form, true);
     EXPECT_TRUE(summary.contains("All 2 groups were designed.")) << summary.toStdString();
-    EXPECT_TRUE(summary.contains("(K*L/r) > 100")) << summary.toStdString();
+    EXPECT_TRUE(summary.contains("(K*L/r) > 100 Gr-C2 (C3)")) << summary.toStdString();
     EXPECT_TRUE(fs::exists(project() / "ClGrp_F1-Gr-C1.Analy"));
     EXPECT_TRUE(form->groupList()->item(0)->text().endsWith("designed"));
     ui::EditAsc* sheet = form->showSheet();
