@@ -31,10 +31,6 @@ bool finite(float v) {
 
 // The grid's limits of the column form: name, type 1..5, height 0..9999.9 cm, load
 // 0..99999.99 t, moment 0..999.99 t·m, dimensions 0..999.9 cm.
-constexpr float kMaxHeightCm = 9999.9f;
-constexpr float kMaxLoadT = 99999.99f;
-constexpr float kMaxMomentTm = 999.99f;
-constexpr float kMaxDimCm = 999.9f;
 
 template <class Record, class Encode>
 core::RecordFile recordsImage(const fs::path& path, std::size_t length,

@@ -20,6 +20,13 @@ inline constexpr std::size_t kGroupRecordLength = 2884;
 inline constexpr std::size_t kColumnNameWidth = 10;
 inline constexpr std::size_t kGroupNameWidth = 20;
 
+/// The largest values the column list and the groups keep (the grid's limits): height, load,
+/// the size of an end moment, and a dimension.
+inline constexpr float kMaxHeightCm = 9999.9f;
+inline constexpr float kMaxLoadT = 99999.99f;
+inline constexpr float kMaxMomentTm = 999.99f;
+inline constexpr float kMaxDimCm = 999.9f;
+
 inline constexpr std::string_view kFootingColumnsFile = "FCOLUMNS.DAT";
 inline constexpr std::string_view kFootingGroupsFile = "FCOLSGRP.DAT";
 

@@ -8,9 +8,11 @@
 #include <cmath>
 #include <numbers>
 
+#include "columns/column_records.h"
 #include "columns/column_section.h"
 #include "core/concrete.h"
 #include "core/tolerances.h"
+#include "footings/footing_settings.h"
 
 namespace orvak::footings {
 
@@ -114,8 +116,9 @@ bool columnUsable(const FootingColumn& c) {
     if (c.type < 1 || c.type > 7) {
         return false;
     }
+    // The column group's own limits: what a group can hold is what a footing can take.
     for (const float v : c.dims) {
-        if (!std::isfinite(v)) {
+        if (!std::isfinite(v) || v > columns::kMaxDimCm) {
             return false;
         }
     }
@@ -125,16 +128,18 @@ bool columnUsable(const FootingColumn& c) {
             return false;
         }
     }
-    return std::isfinite(c.puT) && std::isfinite(c.muxTm) && std::isfinite(c.muyTm) &&
-           std::isfinite(c.cxCm) && std::isfinite(c.cyCm);
+    const auto moment = [](float m) {
+        return std::isfinite(m) && std::abs(m) <= columns::kMaxMomentTm;
+    };
+    return std::isfinite(c.puT) && c.puT <= columns::kMaxLoadT && moment(c.muxTm) &&
+           moment(c.muyTm) && std::isfinite(c.cxCm) && std::isfinite(c.cyCm) &&
+           std::abs(c.cxCm) <= kMaxFootingSideCm && std::abs(c.cyCm) <= kMaxFootingSideCm;
 }
 
 bool settingsUsable(const FootingSettings& s) {
-    const auto nonNegative = [](float v) { return std::isfinite(v) && v >= 0.0f; };
-    const auto positive = [](float v) { return std::isfinite(v) && v > 0.0f; };
-    return s.Fc > 0 && s.FY > 0 && positive(s.soilCapacity) && positive(s.LF) &&
-           positive(s.facRowmax) && nonNegative(s.coverCm) && nonNegative(s.minSteelPercent) &&
-           nonNegative(s.minDepthCm);
+    // The settings the form and the file accept (a least depth of 10 cm among them: the
+    // effective depth never comes to zero, where the steel ratio would divide by it).
+    return validateFootingSettings(s).empty();
 }
 
 std::string_view columnTypeName(int type) {

@@ -223,7 +223,7 @@ TEST(IsolatedFooting, RatioAboveRowMaxDeepensInFiveCmSteps) {
 
 TEST(IsolatedFooting, DataOfWhichNoFootingCanBeMade) {
     IsolatedFootingInput in = squareColumn(140);
-    for (int c = 0; c < 4; ++c) {
+    for (int c = 0; c < 6; ++c) {
         IsolatedFootingInput bad = in;
         if (c == 0) {
             bad.column.puT = 0;
@@ -231,8 +231,15 @@ TEST(IsolatedFooting, DataOfWhichNoFootingCanBeMade) {
             bad.settings.FY = 0;
         } else if (c == 2) {
             bad.column.puT = std::nanf("");
-        } else {
+        } else if (c == 3) {
             bad.column.type = 8;
+        } else if (c == 4) {
+            // No least depth and almost no load: the effective depth would come to zero and
+            // the steel ratio divide by it (found by fuzzing).
+            bad.settings.minDepthCm = 0.0f;
+            bad.column.puT = 1e-30f;
+        } else {
+            bad.column.muyTm = 1e30f; // beyond what a column group can hold
         }
         const IsolatedFootingResult r = designIsolatedFooting(bad, kBars);
         EXPECT_EQ(r.status, FootingStatus::CheckData) << c;
