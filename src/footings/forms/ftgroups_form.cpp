@@ -355,11 +355,6 @@ void FtGroups::load() {
     for (QWidget* w : std::initializer_list<QWidget*>{m_new, m_designAll}) {
         w->setEnabled(m_readOk);
     }
-    if (m_readOk && m_columnGroups.empty()) {
-        m_convention->setText(prompt(kNoColumnGroups,
-                                     "The footing level has no column groups: make them with "
-                                     "Foundation > Columns necks Groups data first."));
-    }
     showGroupList();
     showGroup();
 }
@@ -425,6 +420,13 @@ void FtGroups::showKind() {
     m_fieldLabels[Cx1Field]->setText(
         combined ? prompt(kCombinedCx, "Cx1: its centre from the left edge (cm)")
                  : prompt(kFirstFieldLabel + Cx1Field, kFields[Cx1Field].english));
+    if (m_readOk && m_shell.hasProject() && m_columnGroups.empty()) {
+        // Nothing to stand a footing on yet: say where the column groups are made.
+        m_convention->setText(prompt(kNoColumnGroups,
+                                     "The footing level has no column groups: make them with "
+                                     "Foundation > Columns necks Groups data first."));
+        return;
+    }
     m_convention->setText(
         kind == FootingKind::Isolated
             ? prompt(kIsolatedNote, "A is the side along the column's a, B along its b. Cx and "
