@@ -59,9 +59,13 @@ void punchLines(core::Sheet& sh, const FootingColumn& c, int n, const ColumnPunc
     }
 }
 
-void stripLines(core::Sheet& sh, int n, const SteelDirection& s) {
+void stripLines(core::Sheet& sh, int n, const SteelDirection& s, double quKgCm) {
     const std::string k = std::to_string(n);
     sh.formula("W = ", kNum, s.spanCm, " cm");
+    // What the moment below is made of: the column's load spread over the width, on the strip
+    // under the column.
+    sh.formula("qu = Pu" + k + " / A= ", kNum, quKgCm, " kg/cm");
+    sh.formula("Strip width = ", kNum, s.widthCm, " cm");
     sh.formula("Muy" + k + " = (qu * W ^ 2 / 2) * A= ", kNum, s.muKgCm / 1.0e5, " ton.m");
     ratioLines(sh, "R0W=(0.85*Fc/FY)*(1-Abs((1-((2.61*Muy" + k + ")/(Fc*A*D^2))))^(1/2)) ",
                "ROW=", "AST=ROW*A*D=", s);
@@ -193,8 +197,9 @@ core::Sheet combinedFootingSheet(const CombinedFootingInput& in, const CombinedF
     barLines(sh, r.longAtTop ? "FINAL STEEL BARS AT THE BOTTOM" : "FINAL STEEL BARS AT THE TOP",
              r.steelOther.bars);
     sh.line("Steel area in X-Direction");
-    stripLines(sh, 1, r.strip1);
-    stripLines(sh, 2, r.strip2);
+    const double a = r.aCm > 0.0 ? r.aCm : 1.0;
+    stripLines(sh, 1, r.strip1, typed(in.column1.puT) * 1000.0 / a);
+    stripLines(sh, 2, r.strip2, typed(in.column2.puT) * 1000.0 / a);
     return sh;
 }
 

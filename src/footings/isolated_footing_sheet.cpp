@@ -125,6 +125,9 @@ core::Sheet isolatedFootingSheet(const IsolatedFootingInput& in, const IsolatedF
         psText = "Ps = ((A0 + H) * 2 + (B0 + H) * 2) * H * Vc= ";
     }
     sh.formula(psText, kNum, r.psKg / 1000.0, " ton");
+    // The punching section lies d/2 from the faces and is d deep: the capacity is computed with
+    // the effective depth where the line above reads H.
+    sh.formula("Computed with the effective depth d= ", kNum, r.dCm, " cm");
     if (r.punchingUnsafe) {
         sh.text("Unsafe punching shear, set footing depth(H) >= ");
         sh.value("###.#", r.hPunchCm).end();
