@@ -57,8 +57,8 @@ void writeRecords(const fs::path& path, std::size_t length, const std::vector<Re
 }
 
 template <class Record, class Decode>
-std::vector<Record> readRecords(const fs::path& folder, const std::string& name,
-                                std::size_t length, Decode decode) {
+std::vector<Record> readRecords(const fs::path& folder, const std::string& name, std::size_t length,
+                                Decode decode) {
     std::vector<Record> out;
     const auto path = core::findFileNoCase(folder, name);
     if (!path) {
@@ -260,8 +260,8 @@ void checkGroups(const std::vector<ColumnGroup>& groups) {
 
 void writeColumns(const fs::path& project, ColumnLevel level, const std::vector<Column>& columns) {
     checkColumns(columns);
-    writeRecords(core::resolveNoCase(project, columnsFileName(level)), kColumnRecordLength,
-                 columns, encodeColumn);
+    writeRecords(core::resolveNoCase(project, columnsFileName(level)), kColumnRecordLength, columns,
+                 encodeColumn);
 }
 
 void writeGroups(const fs::path& project, ColumnLevel level,
@@ -283,6 +283,44 @@ core::RecordFile groupsFileImage(const fs::path& project, ColumnLevel level,
     checkGroups(groups);
     return recordsImage(core::resolveNoCase(project, groupsFileName(level)), kGroupRecordLength,
                         groups, encodeGroup);
+}
+
+std::size_t storeGroupResults(const fs::path& project, ColumnLevel level,
+                              const std::vector<GroupResult>& results) {
+    const auto path = core::findFileNoCase(project, groupsFileName(level));
+    if (!path || results.empty()) {
+        return 0;
+    }
+    core::RecordFile file =
+        core::RecordFile::load(*path, kGroupRecordLength, core::RecordFile::Count::WholeOnly);
+    // A group's number is its place among the records in use.
+    std::vector<std::size_t> inUse;
+    for (std::size_t n = 1; n <= file.count(); ++n) {
+        if (file.read(n).inUse()) {
+            inUse.push_back(n);
+        }
+    }
+    std::size_t stored = 0;
+    for (const GroupResult& r : results) {
+        if (r.number < 1 || static_cast<std::size_t>(r.number) > inUse.size()) {
+            continue;
+        }
+        const std::size_t n = inUse[static_cast<std::size_t>(r.number - 1)];
+        core::RecordBuffer rec = file.read(n);
+        if (rec.getTrimmedText(gf("name")) != r.name) {
+            continue;
+        }
+        rec.setInt16(gf("state"), static_cast<std::int16_t>(r.state));
+        rec.setSingle(gf("steelArea"), r.steelAreaCm2);
+        rec.setInt16(gf("barCount"), r.barCount);
+        rec.setInt16(gf("barDiameter"), r.barDiameterMm);
+        file.write(n, rec);
+        ++stored;
+    }
+    if (stored > 0) {
+        file.save();
+    }
+    return stored;
 }
 
 int takeFloorToFootingLevel(const fs::path& project, int floor) {

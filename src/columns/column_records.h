@@ -186,6 +186,22 @@ core::RecordFile columnsFileImage(const std::filesystem::path& projectFolder, Co
 core::RecordFile groupsFileImage(const std::filesystem::path& projectFolder, ColumnLevel level,
                                  const std::vector<ColumnGroup>& groups);
 
+/// What the last design of a group gave, for its record: the state, the steel provided and the
+/// bars (none when the design found none).
+struct GroupResult {
+    int number = 0;   ///< the group's number at its level (its place among the records in use)
+    std::string name; ///< the name it was designed under
+    GroupState state = GroupState::NotDesigned;
+    float steelAreaCm2 = 0.0f;
+    std::int16_t barCount = 0;
+    std::int16_t barDiameterMm = 0;
+};
+/// Puts the results of a run into the level's group file with one write; a group whose
+/// number now holds another name (the file changed meanwhile) is passed over, and the rest of
+/// every record stays byte for byte. Returns how many were stored. Throws FileError.
+std::size_t storeGroupResults(const std::filesystem::path& projectFolder, ColumnLevel level,
+                              const std::vector<GroupResult>& results);
+
 /// Takes floor `floor`'s columns and groups to the footing level: a non-empty COLUMNS.n+100
 /// is copied over FCOLUMNS.DAT, and a non-empty COLSGRP.n+100 over FCOLSGRP.DAT; a missing
 /// or empty source is passed over. Returns how many files were copied.

@@ -105,6 +105,26 @@ std::string failureSentence(columns::ColumnStatus status) {
 
 } // namespace
 
+namespace {
+
+columns::GroupState groupState(columns::ColumnStatus status) {
+    switch (status) {
+    case columns::ColumnStatus::Designed:
+        return columns::GroupState::Designed;
+    case columns::ColumnStatus::SectionTooSmall:
+        return columns::GroupState::SectionTooSmall;
+    case columns::ColumnStatus::NotConverged:
+        return columns::GroupState::NotConverged;
+    case columns::ColumnStatus::Unstable:
+        return columns::GroupState::Unstable;
+    case columns::ColumnStatus::MissingData:
+        break;
+    }
+    return columns::GroupState::NotDesigned;
+}
+
+} // namespace
+
 std::string_view columnOutcomeText(columns::ColumnStatus status) {
     switch (status) {
     case columns::ColumnStatus::Designed:
@@ -214,16 +234,29 @@ JobResult designColumnGroups(const std::filesystem::path& project,
                              const std::vector<ChosenGroup>& groups,
                              const std::vector<bars::BarProperties>& barTable,
                              const JobObserver& observer, core::CodePage page) {
+    // What each design gave, for the groups' records once the run stands.
+    std::vector<columns::GroupResult> kept(groups.size());
     std::vector<JobElement> elements;
     elements.reserve(groups.size());
-    for (const ChosenGroup& c : groups) {
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        const ChosenGroup& c = groups[i];
         JobElement e;
         e.kind = std::string(kColumnGroupKind);
         e.floor = c.level.floor;
         e.number = c.number;
         e.name = c.group.name;
-        e.design = [&project, &c, &barTable, page](bool) {
+        e.design = [&project, &c, &barTable, page, &kept, i](bool) {
             const columns::ColumnDesignResult result = columns::designColumn(c.group, barTable);
+            columns::GroupResult& k = kept[i];
+            k.number = c.number;
+            k.name = c.group.name;
+            k.state = groupState(result.status);
+            if (result.status == columns::ColumnStatus::Designed && result.finalBars.found) {
+                k.steelAreaCm2 = static_cast<float>(result.finalBars.areaCm2);
+                k.barCount = static_cast<std::int16_t>(result.finalBars.count);
+                k.barDiameterMm =
+                    static_cast<std::int16_t>(std::lround(result.finalBars.diameterMm));
+            }
             ElementOutputs out;
             out.report.status = elementStatus(result.status);
             out.report.outcome = std::string(columnOutcomeText(result.status));
@@ -261,7 +294,19 @@ JobResult designColumnGroups(const std::filesystem::path& project,
         };
         elements.push_back(std::move(e));
     }
-    return runDesignJob(project, elements, observer);
+    JobResult run = runDesignJob(project, elements, observer);
+    // Each level's group file shows what the designs that were put in place gave, written
+    // once a level.
+    std::map<int, std::vector<columns::GroupResult>> byLevel;
+    for (std::size_t i = 0; i < run.elements.size() && i < groups.size(); ++i) {
+        if (run.elements[i].status != ElementStatus::NotDesigned && !kept[i].name.empty()) {
+            byLevel[groups[i].level.floor].push_back(kept[i]);
+        }
+    }
+    for (const auto& [floor, results] : byLevel) {
+        columns::storeGroupResults(project, columns::ColumnLevel{floor}, results);
+    }
+    return run;
 }
 
 } // namespace orvak::jobs

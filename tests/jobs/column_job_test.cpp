@@ -154,6 +154,16 @@ TEST_F(ColumnJob, ARunWritesEachGroupsSheetWithItsBarsAndAFailingGroupKeepsNone)
         }
     }
     EXPECT_EQ(states, 2);
+    // The groups' records keep what their designs gave; the rest of each record is as it was.
+    const std::vector<ColumnGroup> after = columns::readGroups(project(), ColumnLevel{1});
+    EXPECT_EQ(after[0].state, columns::GroupState::Designed);
+    EXPECT_EQ(after[0].barCount, r1.finalBars.count);
+    EXPECT_EQ(after[0].barDiameterMm, static_cast<std::int16_t>(r1.finalBars.diameterMm));
+    EXPECT_FLOAT_EQ(after[0].steelAreaCm2, static_cast<float>(r1.finalBars.areaCm2));
+    EXPECT_EQ(after[0].name, "Gr-C1");
+    EXPECT_EQ(after[0].dims, group("Gr-C1").dims);
+    EXPECT_EQ(after[1].state, columns::GroupState::SectionTooSmall);
+    EXPECT_EQ(after[1].barCount, 0);
 
     // The footing level's group writes an FtClGrp_ sheet and keys its bars to floor 0.
     const JobResult footing = designColumnGroups(

@@ -74,7 +74,8 @@ constexpr std::size_t kNoColumns = 58;
 constexpr std::size_t kStateLine = 59;
 constexpr std::size_t kNoGroup = 60;
 constexpr std::size_t kNameNotKept = 61;
-constexpr std::size_t kPromptCount = 61;
+constexpr std::size_t kBarsLine = 62;
+constexpr std::size_t kPromptCount = 62;
 
 struct FieldSpec {
     std::string_view objectName;
@@ -293,8 +294,14 @@ ClGroups::ClGroups(shell::ShellState& shell, bool footingLevel, QWidget* parent)
     connect(m_chart, &QPushButton::clicked, this, [this] { showChart(); });
     connect(m_exit, &QPushButton::clicked, this, [this] { ui::closeForm(this); });
     connect(m_run, &ui::DesignRun::finished, this, [this] {
+        // The run wrote each group's result into the file: read the groups again (a run
+        // starts from saved groups, and the form waits for it).
+        const int current = m_current;
+        load();
+        m_current = std::min(current, static_cast<int>(m_groups.size()) - 1);
         showGroupList();
-        showState();
+        showGroup();
+        showColumns();
         emit saved(m_run->summary().section(QLatin1Char('\n'), 0, 0));
     });
 
@@ -615,6 +622,15 @@ void ClGroups::showState() {
                         .arg(QChar(0x200E) + QString::fromStdString(s.when));
             if (!s.failures.empty()) {
                 state += QStringLiteral("\n") + ui::toQString(s.failures, m_shell.language());
+            }
+            // The bars its last design chose, as the group's record keeps them.
+            const ColumnGroup& g = m_groups[static_cast<std::size_t>(m_current)].group;
+            if (g.barCount > 0) {
+                state +=
+                    QStringLiteral("\n") + prompt(kBarsLine, "%1 bars of %2 mm, %3 cm2")
+                                               .arg(g.barCount)
+                                               .arg(g.barDiameterMm)
+                                               .arg(static_cast<double>(g.steelAreaCm2), 0, 'f', 2);
             }
             m_stateText->setText(state);
             return;

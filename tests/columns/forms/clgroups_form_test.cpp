@@ -4,6 +4,7 @@
 #include "columns/forms/clgroups_form.h"
 
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QSignalSpy>
@@ -87,6 +88,15 @@ TEST_F(ClGroupsTest, GroupsMadeByTickingColumnsAreStoredDesignedAndReported) {
     EXPECT_TRUE(summary.contains("(K*L/r) > 100 Gr-C2 (C3)")) << summary.toStdString();
     EXPECT_TRUE(fs::exists(project() / "ClGrp_F1-Gr-C1.Analy"));
     EXPECT_TRUE(form->groupList()->item(0)->text().endsWith("designed"));
+    // The group shows the bars its design chose, read back from its record.
+    ASSERT_TRUE(form->chooseGroup(1));
+    const ColumnGroup designed = readGroups(project(), ColumnLevel{1})[0];
+    ASSERT_GT(designed.barCount, 0);
+    EXPECT_TRUE(form->findChild<QLabel*>("StateLbl")
+                    ->text()
+                    .contains(QStringLiteral("%1 bars of %2 mm")
+                                  .arg(designed.barCount)
+                                  .arg(designed.barDiameterMm)));
     ui::EditAsc* sheet = form->showSheet();
     ASSERT_NE(sheet, nullptr);
     EXPECT_TRUE(sheet->text().contains("COLUMN DESIGN"));
